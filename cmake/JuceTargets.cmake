@@ -1,0 +1,26 @@
+# Two interfaces on JUCE for our own code.
+#
+# A JUCE module target carries its sources: whoever links it compiles it. Only the plug-in's shared
+# code does so; everything else takes the headers from here and the object code from there, so JUCE
+# is compiled once for the plug-in, the tests and the benchmarks.
+
+# The one list of JUCE settings of the plug-in. All that ends up in one binary must agree on it.
+add_library(cv_juce_config INTERFACE)
+target_compile_definitions(cv_juce_config INTERFACE
+    JUCE_USE_CURL=1
+    JUCE_WEB_BROWSER=0
+    JUCE_VST3_CAN_REPLACE_VST2=0
+    JUCE_STRICT_REFCOUNTEDPOINTER=1
+    $<$<CONFIG:Debug>:JUCE_LOG_ASSERTIONS=1>)
+
+# Headers and definitions of the modules, without their sources.
+add_library(cv_juce_headers INTERFACE)
+target_link_libraries(cv_juce_headers INTERFACE cv_juce_config)
+target_compile_features(cv_juce_headers INTERFACE cxx_std_20)
+
+foreach(module IN ITEMS juce_audio_processors juce_dsp)
+    target_include_directories(cv_juce_headers SYSTEM INTERFACE
+        $<TARGET_PROPERTY:juce::${module},INTERFACE_INCLUDE_DIRECTORIES>)
+    target_compile_definitions(cv_juce_headers INTERFACE
+        $<TARGET_PROPERTY:juce::${module},INTERFACE_COMPILE_DEFINITIONS>)
+endforeach()

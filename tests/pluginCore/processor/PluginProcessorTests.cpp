@@ -1,0 +1,169 @@
+#include "processor/PluginProcessor.h"
+#include "support/Signals.h"
+
+#include <gmock/gmock.h>
+
+namespace cv::pluginCore
+{
+namespace
+{
+using cv::test::channelOf;
+using cv::test::noise;
+using cv::test::toBuffer;
+
+/** The smallest product there can be, with what a test wants to vary as plain members. */
+class TestProduct final : public PluginProcessor
+{
+public:
+    TestProduct() : PluginProcessor ({ "Test Product", "2.3.4" }, {}) {}
+
+    void releaseResources() override {}
+
+    double getTailLengthSeconds() const override { return 0.0; }
+
+    juce::String getReleaseNotesUrl() const override { return {}; }
+
+    juce::String getProductUrl() const override { return {}; }
+
+    int getReleaseYear() const override { return 0; }
+
+    bool isBetaBuild() const override { return beta; }
+
+    int getBetaNumber() const override { return betaNumber; }
+
+    bool beta = false;
+    int betaNumber = 0;
+    int maximumLatency = 0;
+    double preparedRate = 0.0;
+    bool denormalsWereFlushed = false;
+
+private:
+    void prepare (double sampleRate, int) override { preparedRate = sampleRate; }
+
+    int getMaximumLatencySamples (const juce::dsp::ProcessSpec&) override { return maximumLatency; }
+
+    void process (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&) override
+    {
+        volatile float smallest = std::numeric_limits<float>::min();
+        denormalsWereFlushed = juce::exactlyEqual (smallest * 0.5f, 0.0f);
+        buffer.applyGain (2.0f);
+    }
+};
+
+class PluginProcessorTest : public testing::Test
+{
+protected:
+    void prepare()
+    {
+        product.setRateAndBufferSizeDetails (48000.0, 256);
+        product.prepareToPlay (48000.0, 256);
+    }
+
+    std::vector<float> bypass (const std::vector<float>& signal)
+    {
+        auto buffer = toBuffer ({ signal, signal });
+        juce::MidiBuffer midi;
+        product.processBlockBypassed (buffer, midi);
+        return channelOf (buffer, 1);
+    }
+
+    TestProduct product;
+};
+
+TEST_F (PluginProcessorTest, VersionStringMarksABeta)
+{
+    EXPECT_EQ (product.getVersionString(), "2.3.4");
+
+    product.beta = true;
+    EXPECT_EQ (product.getVersionString(), "2.3.4 beta");
+
+    product.betaNumber = 3;
+    EXPECT_EQ (product.getVersionString(), "2.3.4 beta 3");
+
+    product.beta = false;
+    EXPECT_EQ (product.getVersionString(), "2.3.4");
+}
+
+TEST_F (PluginProcessorTest, VersionDisplayTextTellsNameFormatVersionAndDate)
+{
+    EXPECT_TRUE (product.getVersionDisplayText().startsWith ("Test Product - Undefined \n\nversion 2.3.4  ("));
+    EXPECT_TRUE (product.getVersionDisplayText().endsWith (")"));
+
+    product.beta = true;
+    EXPECT_TRUE (
+        product.getVersionDisplayText().startsWith ("Test Product - Undefined Beta \n\nversion 2.3.4 beta  ("));
+}
+
+TEST_F (PluginProcessorTest, ProgramHasANameUnderVst3Only)
+{
+    EXPECT_EQ (product.getNumPrograms(), 1);
+    EXPECT_EQ (product.getProgramName (0), "");
+
+    juce::AudioProcessor::setTypeOfNextNewPlugin (juce::AudioProcessor::wrapperType_VST3);
+    TestProduct wrapped;
+    juce::AudioProcessor::setTypeOfNextNewPlugin (juce::AudioProcessor::wrapperType_Undefined);
+
+    EXPECT_EQ (wrapped.getProgramName (0), "Default");
+    EXPECT_EQ (wrapped.getProgramName (1), "");
+}
+
+TEST_F (PluginProcessorTest, ProcessesWithDenormalsFlushed)
+{
+    prepare();
+    EXPECT_EQ (product.preparedRate, 48000.0);
+
+    auto buffer = toBuffer ({ { 0.25f }, { 0.5f } });
+    juce::MidiBuffer midi;
+    product.processBlock (buffer, midi);
+
+    EXPECT_TRUE (product.denormalsWereFlushed);
+    EXPECT_EQ (buffer.getSample (1, 0), 1.0f);
+}
+
+TEST_F (PluginProcessorTest, BypassWithoutLatencyLeavesTheSamplesUnchanged)
+{
+    prepare();
+    const auto signal = noise (256, 1);
+    EXPECT_EQ (bypass (signal), signal);
+    EXPECT_EQ (bypass (signal), signal);
+}
+
+TEST_F (PluginProcessorTest, BypassBeforePrepareLeavesTheSamplesUnchanged)
+{
+    const auto signal = noise (256, 1);
+    EXPECT_EQ (bypass (signal), signal);
+}
+
+TEST_F (PluginProcessorTest, BypassDelaysByTheReportedLatency)
+{
+    product.maximumLatency = 100;
+    product.setLatencySamples (100);
+    prepare();
+
+    const auto output = bypass (cv::test::impulse (256));
+    EXPECT_THAT (cv::test::positionsAbove (output, 0.0f), testing::ElementsAre (100));
+}
+
+TEST_F (PluginProcessorTest, BypassLimitsTheLatencyToItsLine)
+{
+    // A line holds at least two samples, whatever its capacity.
+    product.setLatencySamples (50);
+    prepare();
+    EXPECT_THAT (cv::test::positionsAbove (bypass (cv::test::impulse (256)), 0.0f), testing::ElementsAre (2));
+
+    product.setLatencySamples (-5);
+    EXPECT_THAT (cv::test::positionsAbove (bypass (cv::test::impulse (256)), 0.0f), testing::ElementsAre (0));
+}
+
+TEST_F (PluginProcessorTest, SmallerMaximumLatencyKeepsTheLongerLine)
+{
+    product.maximumLatency = 100;
+    prepare();
+    product.maximumLatency = 10;
+    product.setLatencySamples (80);
+    prepare();
+
+    EXPECT_THAT (cv::test::positionsAbove (bypass (cv::test::impulse (256)), 0.0f), testing::ElementsAre (80));
+}
+} // namespace
+} // namespace cv::pluginCore

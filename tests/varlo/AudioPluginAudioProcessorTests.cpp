@@ -1,0 +1,179 @@
+#include "support/ProcessorHarness.h"
+#include "support/Signals.h"
+
+#include <gmock/gmock.h>
+
+namespace cv::varlo
+{
+namespace
+{
+using cv::test::channelOf;
+using cv::test::firstDifference;
+using cv::test::noise;
+using cv::test::ProcessorHarness;
+using cv::test::toBuffer;
+
+constexpr int oneSecond = 44100;
+
+bool accepts (const juce::AudioChannelSet& input, const juce::AudioChannelSet& output)
+{
+    juce::AudioProcessor::BusesLayout layout;
+    layout.inputBuses.add (input);
+    layout.outputBuses.add (output);
+    return ProcessorHarness().processor.checkBusesLayoutSupported (layout);
+}
+
+TEST (AudioPluginAudioProcessor, AnswersTheHostAboutItself)
+{
+    ProcessorHarness harness;
+    auto& processor = harness.processor;
+
+    EXPECT_EQ (processor.getName(), "Varlo");
+    EXPECT_EQ (processor.getTailLengthSeconds(), 300.0);
+    EXPECT_EQ (processor.getLatencySamples(), 0);
+    EXPECT_TRUE (processor.acceptsMidi());
+    EXPECT_FALSE (processor.producesMidi());
+    EXPECT_FALSE (processor.isMidiEffect());
+    EXPECT_FALSE (processor.supportsDoublePrecisionProcessing());
+    EXPECT_EQ (processor.getBypassParameter(), nullptr);
+    EXPECT_TRUE (processor.hasEditor());
+}
+
+TEST (AudioPluginAudioProcessor, HasOneProgramWithoutAName)
+{
+    ProcessorHarness harness;
+    auto& processor = harness.processor;
+    processor.setCurrentProgram (1);
+    processor.changeProgramName (0, "ignored");
+
+    EXPECT_EQ (processor.getNumPrograms(), 1);
+    EXPECT_EQ (processor.getCurrentProgram(), 0);
+    EXPECT_EQ (processor.getProgramName (0), "");
+}
+
+TEST (AudioPluginAudioProcessor, KnowsItsVersionAndAddresses)
+{
+    ProcessorHarness harness;
+    const auto& processor = harness.processor;
+
+    EXPECT_EQ (processor.getVersionString(), "1.0.0");
+    EXPECT_EQ (processor.getReleaseYear(), 2025);
+    EXPECT_EQ (processor.getExtraVersionText(), "");
+    EXPECT_FALSE (processor.isBetaBuild());
+    EXPECT_EQ (processor.getBetaNumber(), 0);
+    EXPECT_TRUE (juce::URL (processor.getReleaseNotesUrl()).isWellFormed());
+    EXPECT_EQ (juce::URL (processor.getReleaseNotesUrl()).getSubPath(), "releaseNotes/varlo");
+    EXPECT_EQ (juce::URL (processor.getProductUrl()).getSubPath(), "product/varlo");
+    EXPECT_EQ (juce::URL (processor.getProductUrl()).getDomain(),
+               juce::URL (processor.getReleaseNotesUrl()).getDomain());
+}
+
+TEST (AudioPluginAudioProcessor, VersionTextNamesTheFormatAndX64)
+{
+    juce::AudioProcessor::setTypeOfNextNewPlugin (juce::AudioProcessor::wrapperType_VST3);
+    ProcessorHarness harness;
+    juce::AudioProcessor::setTypeOfNextNewPlugin (juce::AudioProcessor::wrapperType_Undefined);
+
+#if JUCE_INTEL && JUCE_64BIT
+    EXPECT_EQ (harness.processor.getVersionDisplayText(), "v1.0.0 - VST3 (x64)");
+#else
+    EXPECT_EQ (harness.processor.getVersionDisplayText(), "v1.0.0 - VST3");
+#endif
+}
+
+TEST (AudioPluginAudioProcessor, HasOneBusEachWayStereoByDefault)
+{
+    const AudioPluginAudioProcessor processor;
+
+    for (const auto isInput : { true, false })
+    {
+        ASSERT_EQ (processor.getBusCount (isInput), 1);
+        const auto* bus = processor.getBus (isInput, 0);
+        EXPECT_EQ (bus->getName(), isInput ? "Input" : "Output");
+        EXPECT_EQ (bus->getDefaultLayout(), juce::AudioChannelSet::stereo());
+        EXPECT_TRUE (bus->isEnabledByDefault());
+    }
+}
+
+TEST (AudioPluginAudioProcessor, AcceptsMonoAndStereoWithEqualSides)
+{
+    const auto mono = juce::AudioChannelSet::mono();
+    const auto stereo = juce::AudioChannelSet::stereo();
+    const auto quad = juce::AudioChannelSet::quadraphonic();
+
+    EXPECT_TRUE (accepts (mono, mono));
+    EXPECT_TRUE (accepts (stereo, stereo));
+    EXPECT_FALSE (accepts (mono, stereo));
+    EXPECT_FALSE (accepts (stereo, mono));
+    EXPECT_FALSE (accepts (quad, quad));
+    EXPECT_FALSE (accepts (juce::AudioChannelSet::disabled(), stereo));
+    EXPECT_FALSE (accepts (juce::AudioChannelSet::disabled(), juce::AudioChannelSet::disabled()));
+}
+
+TEST (AudioPluginAudioProcessor, RateThatIsNotAboveZeroClearsTheBlock)
+{
+    ProcessorHarness harness;
+    const auto input = toBuffer ({ noise (512, 1), noise (512, 2) });
+
+    EXPECT_EQ (harness.render (input).getMagnitude (0, 512), 0.0f); // never prepared
+
+    harness.prepare (44100.0);
+    EXPECT_GT (harness.render (input).getMagnitude (0, 512), 0.1f);
+
+    harness.processor.setRateAndBufferSizeDetails (0.0, 512);
+    EXPECT_EQ (harness.render (input).getMagnitude (0, 512), 0.0f);
+}
+
+TEST (AudioPluginAudioProcessor, BlockOfZeroSamplesChangesNothing)
+{
+    ProcessorHarness withEmptyBlocks;
+    ProcessorHarness plain;
+    withEmptyBlocks.prepare();
+    plain.prepare();
+
+    const auto input = toBuffer ({ noise (2 * oneSecond, 5), noise (2 * oneSecond, 6) });
+    int call = 0;
+    const auto output = withEmptyBlocks.render (input, [&call] { return ++call % 2 == 0 ? 0 : 512; });
+    EXPECT_EQ (firstDifference (channelOf (output, 1), channelOf (plain.render (input), 1)), -1);
+}
+
+TEST (AudioPluginAudioProcessor, StateCallsLeaveTheSoundAlone)
+{
+    ProcessorHarness disturbed;
+    ProcessorHarness calm;
+    disturbed.prepare();
+    calm.prepare();
+    const auto input = toBuffer ({ noise (oneSecond, 9), noise (oneSecond, 10) });
+
+    for (int i = 0; i < 2; ++i)
+    {
+        const auto output = disturbed.render (input);
+        EXPECT_EQ (firstDifference (channelOf (output, 0), channelOf (calm.render (input), 0)), -1);
+
+        juce::MemoryBlock state;
+        disturbed.processor.getStateInformation (state);
+        disturbed.processor.setStateInformation (state.getData(), (int) state.getSize());
+        disturbed.processor.setStateInformation ("junk", 4);
+    }
+}
+
+TEST (AudioPluginAudioProcessor, MakesAndDeletesItsEditor)
+{
+    ProcessorHarness harness;
+    std::unique_ptr<juce::AudioProcessorEditor> editor (harness.processor.createEditorIfNeeded());
+    ASSERT_NE (editor, nullptr);
+    EXPECT_GT (editor->getWidth(), 0);
+    harness.processor.editorBeingDeleted (editor.get());
+}
+
+TEST (AudioPluginAudioProcessor, RunsOnAHundredInstances)
+{
+    std::vector<std::unique_ptr<AudioPluginAudioProcessor>> instances;
+
+    for (int i = 0; i < 100; ++i)
+        instances.push_back (std::make_unique<AudioPluginAudioProcessor>());
+
+    EXPECT_EQ (instances.back()->getName(), "Varlo");
+}
+} // namespace
+} // namespace cv::varlo

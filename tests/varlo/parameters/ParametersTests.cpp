@@ -1,0 +1,130 @@
+#include "support/ProcessorHarness.h"
+
+#include <gmock/gmock.h>
+
+namespace cv::varlo
+{
+namespace
+{
+using cv::test::ProcessorHarness;
+
+struct Contract
+{
+    const char* id;
+    const char* name;
+    float start, end, skew, defaultValue;
+    const char* startText;
+    const char* endText;
+    const char* defaultText;
+};
+
+// Saved projects and automation stand on this table: it only ever grows.
+constexpr std::array<Contract, 6> contract { {
+    { "mix", "Mix", 0.0f, 100.0f, 1.0f, 50.0f, "0 %", "100 %", "50 %" },
+    { "degrade", "Degrade", 0.0f, 100.0f, 1.0f, 0.0f, "0 %", "100 %", "0 %" },
+    { "delay", "Delay", 1.0f, 10000.0f, 0.30091232f, 1000.0f, "1.0 ms", "10000.0 ms", "1000.0 ms" },
+    { "feedback", "Feedback", 0.0f, 100.0f, 1.0f, 50.0f, "0 %", "100 %", "50 %" },
+    { "lowpass", "Lowpass", 20.0f, 20000.0f, 0.29985148f, 5000.0f, "20 Hz", "20000 Hz", "5000 Hz" },
+    { "resonance", "Resonance", 0.0f, 100.0f, 1.0f, 0.0f, "0 %", "100 %", "0 %" },
+} };
+
+TEST (Parameters, AreTheSixOfTheContractInHostOrder)
+{
+    ProcessorHarness harness;
+    const auto& parameters = harness.processor.getParameters();
+    ASSERT_EQ (parameters.size(), (int) contract.size());
+
+    for (size_t i = 0; i < contract.size(); ++i)
+    {
+        SCOPED_TRACE (contract[i].id);
+        const auto* parameter = dynamic_cast<juce::AudioParameterFloat*> (parameters[(int) i]);
+        ASSERT_NE (parameter, nullptr);
+
+        EXPECT_EQ (parameter->getParameterID(), contract[i].id);
+        EXPECT_EQ (parameter->getVersionHint(), 1);
+        EXPECT_EQ (parameter->getName (100), contract[i].name);
+        EXPECT_EQ (parameter->range.start, contract[i].start);
+        EXPECT_EQ (parameter->range.end, contract[i].end);
+        EXPECT_EQ (parameter->range.interval, 0.0f);
+        EXPECT_EQ (parameter->range.skew, contract[i].skew);
+        EXPECT_FALSE (parameter->range.symmetricSkew);
+        EXPECT_EQ (parameter->get(), contract[i].defaultValue);
+        EXPECT_NEAR (parameters[(int) i]->getDefaultValue(), parameter->convertTo0to1 (contract[i].defaultValue),
+                     1.0e-7f);
+    }
+}
+
+TEST (Parameters, KeepTheDefaultAttributes)
+{
+    ProcessorHarness harness;
+
+    for (const auto* parameter : harness.processor.getParameters())
+    {
+        EXPECT_EQ (parameter->getLabel(), "");
+        EXPECT_EQ (parameter->getCategory(), juce::AudioProcessorParameter::genericParameter);
+        EXPECT_TRUE (parameter->isAutomatable());
+        EXPECT_FALSE (parameter->isMetaParameter());
+        EXPECT_FALSE (parameter->isOrientationInverted());
+        EXPECT_FALSE (parameter->isDiscrete());
+    }
+}
+
+TEST (Parameters, ShowTheirValuesWithUnits)
+{
+    ProcessorHarness harness;
+
+    for (const auto& row : contract)
+    {
+        const juce::RangedAudioParameter& parameter = harness.parameter (row.id);
+        EXPECT_EQ (parameter.getText (0.0f, 0), row.startText);
+        EXPECT_EQ (parameter.getText (1.0f, 0), row.endText);
+        EXPECT_EQ (parameter.getCurrentValueAsText(), row.defaultText);
+    }
+}
+
+TEST (Parameters, SkewPutsTheMiddleAt1000MillisecondsAnd2000Hertz)
+{
+    ProcessorHarness harness;
+    EXPECT_NEAR (harness.parameter ("delay").convertTo0to1 (1000.0f), 0.5f, 1.0e-6f);
+    EXPECT_NEAR (harness.parameter ("lowpass").convertTo0to1 (2000.0f), 0.5f, 1.0e-6f);
+
+    const juce::RangedAudioParameter& lowpass = harness.parameter ("lowpass");
+    EXPECT_NEAR (lowpass.getDefaultValue(), 0.6593f, 5.0e-5f);
+}
+
+TEST (Parameters, SkewsFollowFromTheirMiddles)
+{
+    EXPECT_NEAR (std::log (0.5) / std::log (999.0 / 9999.0), 0.30091232, 1.5e-8);
+    EXPECT_NEAR (std::log (0.5) / std::log (1980.0 / 19980.0), 0.29985148, 1.5e-8);
+}
+
+TEST (Parameters, TextIsReadFromTheNumberAtItsStart)
+{
+    ProcessorHarness harness;
+    const juce::RangedAudioParameter& delay = harness.parameter ("delay");
+
+    for (const auto* text : { "250 ms", "250", "250 anything" })
+        EXPECT_NEAR (delay.convertFrom0to1 (delay.getValueForText (text)), 250.0f, 0.01f) << text;
+}
+
+TEST (Parameters, TextBeyondTheRangeIsLimited)
+{
+#if JUCE_DEBUG
+    GTEST_SKIP() << "JUCE's range asserts on what it limits; builds without assertions check this.";
+#else
+    ProcessorHarness harness;
+    const auto typed = [&harness] (const char* id, const char* text)
+    {
+        const juce::RangedAudioParameter& parameter = harness.parameter (id);
+        return parameter.convertFrom0to1 (parameter.getValueForText (text));
+    };
+
+    EXPECT_EQ (typed ("delay", "no number"), 1.0f);
+    EXPECT_EQ (typed ("lowpass", ""), 20.0f);
+    EXPECT_EQ (typed ("mix", "no number"), 0.0f);
+    EXPECT_EQ (typed ("delay", "99999"), 10000.0f);
+    EXPECT_EQ (typed ("mix", "-5"), 0.0f);
+#endif
+}
+} // namespace
+} // namespace cv::varlo

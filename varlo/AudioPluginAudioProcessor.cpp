@@ -1,0 +1,70 @@
+#include "AudioPluginAudioProcessor.h"
+
+namespace cv::varlo
+{
+namespace
+{
+/** Fills the outputs that no input feeds, so that none of them carries what the host left there. */
+void copyFirstChannelToExtraOutputs (juce::AudioBuffer<float>& buffer, int numInputs, int numOutputs)
+{
+    if (buffer.hasBeenCleared())
+        return;
+
+    for (auto channel = numInputs; channel < numOutputs; ++channel)
+        buffer.copyFrom (channel, 0, buffer, 0, 0, buffer.getNumSamples());
+}
+
+const juce::String makersWebSite = "https://corvane.example";
+} // namespace
+
+AudioPluginAudioProcessor::AudioPluginAudioProcessor()
+    : PluginProcessor ({ VARLO_NAME, VARLO_VERSION }, Parameters::createLayout())
+{
+}
+
+bool AudioPluginAudioProcessor::isBusesLayoutSupported (const BusesLayout& layout) const
+{
+    const auto output = layout.getMainOutputChannelSet();
+
+    if (output != juce::AudioChannelSet::mono() && output != juce::AudioChannelSet::stereo())
+        return false;
+
+    return layout.getMainInputChannelSet() == output;
+}
+
+juce::String AudioPluginAudioProcessor::getReleaseNotesUrl() const
+{
+    return makersWebSite + "/releaseNotes/varlo";
+}
+
+juce::String AudioPluginAudioProcessor::getProductUrl() const
+{
+    return makersWebSite + "/product/varlo";
+}
+
+juce::String AudioPluginAudioProcessor::getVersionDisplayText() const
+{
+    juce::String text;
+    text << "v" << getVersionString() << " - " << getWrapperTypeDescription (wrapperType);
+
+#if JUCE_INTEL && JUCE_64BIT
+    text << " (x64)";
+#endif
+
+    return text;
+}
+
+void AudioPluginAudioProcessor::process (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)
+{
+    const auto numInputs = getTotalNumInputChannels();
+    const auto numOutputs = getTotalNumOutputChannels();
+
+    if (numInputs <= 0 || numOutputs <= 0 || ! (getSampleRate() > 0.0))
+    {
+        buffer.clear();
+        return;
+    }
+
+    copyFirstChannelToExtraOutputs (buffer, numInputs, numOutputs);
+}
+} // namespace cv::varlo

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "parameters/Parameters.h"
+#include "processor/PluginProcessor.h"
+
+namespace cv::varlo
+{
+/** The delay as hosts see it. The sound passes through as it is so far. */
+class AudioPluginAudioProcessor final : public pluginCore::PluginProcessor
+{
+public:
+    AudioPluginAudioProcessor();
+
+    void releaseResources() override {}
+
+    /** Far above the longest delay of 10 s, on purpose: at full feedback the repeats outlast many
+        times the delay, and a host that renders the tail must not cut them.
+    */
+    double getTailLengthSeconds() const override { return 300.0; }
+
+    /** Empty: hosts call it whenever they stop, and echoes are to survive that. */
+    void reset() override {}
+
+    bool isBusesLayoutSupported (const BusesLayout&) const override;
+
+    juce::String getReleaseNotesUrl() const override;
+    juce::String getProductUrl() const override;
+
+    int getReleaseYear() const override { return 2025; }
+
+    /** One line for the about panel: "v1.0.0 - VST3 (x64)". */
+    juce::String getVersionDisplayText() const override;
+
+protected:
+    void prepare (double, int) override {}
+
+    int getMaximumLatencySamples (const juce::dsp::ProcessSpec&) override { return 0; }
+
+    void process (juce::AudioBuffer<float>&, juce::MidiBuffer&) override;
+
+private:
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (AudioPluginAudioProcessor)
+};
+} // namespace cv::varlo

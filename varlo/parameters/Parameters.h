@@ -1,0 +1,32 @@
+#pragma once
+
+#include "dsp/ParameterValues.h"
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+namespace cv::varlo
+{
+/** The six parameters of the product: what they are, and where their values are read. */
+class Parameters
+{
+public:
+    /** The parameters in host order. IDs, order and ranges are a contract with saved projects. */
+    static juce::AudioProcessorValueTreeState::ParameterLayout createLayout();
+
+    /** Looks the six up in a tree that was built from createLayout() and outlives this object. */
+    explicit Parameters (const juce::AudioProcessorValueTreeState&);
+
+    /** The present values, in display units. Any thread, lock-free; six separate atomic reads, not
+        one snapshot.
+    */
+    ParameterValues getValues() const noexcept;
+
+private:
+    const juce::AudioParameterFloat& mix;
+    const juce::AudioParameterFloat& degrade;
+    const juce::AudioParameterFloat& delay;
+    const juce::AudioParameterFloat& feedback;
+    const juce::AudioParameterFloat& lowpass;
+    const juce::AudioParameterFloat& resonance;
+};
+} // namespace cv::varlo

@@ -19,6 +19,8 @@ const juce::String makersWebSite = "https://corvane.example";
 
 AudioPluginAudioProcessor::AudioPluginAudioProcessor()
     : PluginProcessor ({ VARLO_NAME, VARLO_VERSION }, Parameters::createLayout())
+    , transportWatch (*this)
+    , parameters (valueTreeState)
 {
 }
 
@@ -54,6 +56,15 @@ juce::String AudioPluginAudioProcessor::getVersionDisplayText() const
     return text;
 }
 
+void AudioPluginAudioProcessor::prepare (double sampleRate, int samplesPerBlock)
+{
+    if (! (sampleRate > 0.0))
+        return;
+
+    transportWatch.prepare (samplesPerBlock);
+    engine.prepare (sampleRate, samplesPerBlock, parameters.getValues());
+}
+
 void AudioPluginAudioProcessor::process (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)
 {
     const auto numInputs = getTotalNumInputChannels();
@@ -66,5 +77,11 @@ void AudioPluginAudioProcessor::process (juce::AudioBuffer<float>& buffer, juce:
     }
 
     copyFirstChannelToExtraOutputs (buffer, numInputs, numOutputs);
+
+    if (transportWatch.hasJumped (buffer.getNumSamples(), hostType))
+        engine.clearMemories();
+
+    engine.setParameters (parameters.getValues());
+    engine.process (buffer);
 }
 } // namespace cv::varlo

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "dsp/DelayEngine.h"
 #include "parameters/Parameters.h"
 #include "processor/PluginProcessor.h"
+#include "transport/TransportWatch.h"
 
 namespace cv::varlo
 {
-/** The delay as hosts see it. The sound passes through as it is so far. */
+/** The delay as hosts see it: parameters and transport on one side, the DelayEngine on the other. */
 class AudioPluginAudioProcessor final : public pluginCore::PluginProcessor
 {
 public:
@@ -32,13 +34,18 @@ public:
     juce::String getVersionDisplayText() const override;
 
 protected:
-    void prepare (double, int) override {}
+    void prepare (double sampleRate, int samplesPerBlock) override;
 
     int getMaximumLatencySamples (const juce::dsp::ProcessSpec&) override { return 0; }
 
     void process (juce::AudioBuffer<float>&, juce::MidiBuffer&) override;
 
 private:
+    const juce::PluginHostType hostType;
+    TransportWatch transportWatch;
+    const Parameters parameters;
+    DelayEngine engine;
+
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (AudioPluginAudioProcessor)
 };
 } // namespace cv::varlo

@@ -8,6 +8,8 @@ namespace cv::varlo
 namespace
 {
 using cv::test::channelOf;
+using cv::test::constant;
+using cv::test::FakePlayHead;
 using cv::test::firstDifference;
 using cv::test::noise;
 using cv::test::ProcessorHarness;
@@ -124,6 +126,27 @@ TEST (AudioPluginAudioProcessor, RateThatIsNotAboveZeroClearsTheBlock)
     EXPECT_EQ (harness.render (input).getMagnitude (0, 512), 0.0f);
 }
 
+TEST (AudioPluginAudioProcessor, PrepareWithABadRateLeavesTheSoundAsItWas)
+{
+    ProcessorHarness disturbed;
+    ProcessorHarness calm;
+    const auto input = toBuffer ({ noise (oneSecond, 3), noise (oneSecond, 4) });
+
+    for (auto* harness : { &disturbed, &calm })
+    {
+        harness->set ("delay", 100.0f);
+        harness->prepare();
+        harness->render (input);
+    }
+
+    disturbed.processor.prepareToPlay (-1.0, 512);
+
+    const auto silence = toBuffer ({ constant (oneSecond, 0.0f), constant (oneSecond, 0.0f) });
+    const auto output = disturbed.render (silence);
+    EXPECT_GT (output.getMagnitude (0, oneSecond), 0.1f);
+    EXPECT_EQ (firstDifference (channelOf (output, 0), channelOf (calm.render (silence), 0)), -1);
+}
+
 TEST (AudioPluginAudioProcessor, BlockOfZeroSamplesChangesNothing)
 {
     ProcessorHarness withEmptyBlocks;
@@ -135,6 +158,42 @@ TEST (AudioPluginAudioProcessor, BlockOfZeroSamplesChangesNothing)
     int call = 0;
     const auto output = withEmptyBlocks.render (input, [&call] { return ++call % 2 == 0 ? 0 : 512; });
     EXPECT_EQ (firstDifference (channelOf (output, 1), channelOf (plain.render (input), 1)), -1);
+}
+
+TEST (AudioPluginAudioProcessor, EchoesSurviveStopResetAndReleaseResources)
+{
+    ProcessorHarness harness;
+    harness.set ("delay", 500.0f);
+    harness.prepare();
+    harness.render (toBuffer ({ noise (oneSecond / 2, 7), noise (oneSecond / 2, 8) }));
+
+    harness.processor.reset();
+    harness.processor.releaseResources();
+
+    const auto tail = harness.render (toBuffer ({ constant (512, 0.0f), constant (512, 0.0f) }));
+    EXPECT_GT (tail.getMagnitude (0, 512), 0.05f);
+}
+
+TEST (AudioPluginAudioProcessor, EchoesRestWhileBypassedAndGoOnAfterwards)
+{
+    ProcessorHarness interrupted;
+    ProcessorHarness plain;
+    interrupted.prepare();
+    plain.prepare();
+
+    const auto input = toBuffer ({ noise (oneSecond, 13), noise (oneSecond, 14) });
+    interrupted.render (input);
+    plain.render (input);
+
+    auto bypassed = input;
+    juce::MidiBuffer midi;
+    interrupted.processor.processBlockBypassed (bypassed, midi);
+    EXPECT_EQ (firstDifference (channelOf (bypassed, 0), channelOf (input, 0)), -1);
+
+    const auto silence = toBuffer ({ constant (oneSecond, 0.0f), constant (oneSecond, 0.0f) });
+    const auto echoes = interrupted.render (silence);
+    EXPECT_GT (echoes.getMagnitude (0, oneSecond), 0.1f);
+    EXPECT_EQ (firstDifference (channelOf (echoes, 0), channelOf (plain.render (silence), 0)), -1);
 }
 
 TEST (AudioPluginAudioProcessor, StateCallsLeaveTheSoundAlone)
@@ -155,6 +214,34 @@ TEST (AudioPluginAudioProcessor, StateCallsLeaveTheSoundAlone)
         disturbed.processor.setStateInformation (state.getData(), (int) state.getSize());
         disturbed.processor.setStateInformation ("junk", 4);
     }
+}
+
+TEST (AudioPluginAudioProcessor, TransportJumpSilencesTheEchoes)
+{
+    ProcessorHarness harness;
+    harness.set ("delay", 200.0f);
+    harness.set ("feedback", 0.0f);
+    harness.set ("mix", 100.0f);
+    harness.prepare();
+    harness.playHead.position = FakePlayHead::playingAt (0);
+    harness.render (toBuffer ({ noise (512, 11), noise (512, 12) }));
+
+    const auto silence = toBuffer ({ constant (512, 0.0f), constant (512, 0.0f) });
+    const auto playOneSecondFrom = [&] (juce::int64 time)
+    {
+        auto loudest = 0.0f;
+
+        for (int block = 0; block < oneSecond / 512; ++block, time += 512)
+        {
+            harness.playHead.position = FakePlayHead::playingAt (time);
+            loudest = juce::jmax (loudest, harness.render (silence).getMagnitude (0, 512));
+        }
+
+        return loudest;
+    };
+
+    EXPECT_GT (playOneSecondFrom (512), 0.05f);
+    EXPECT_EQ (playOneSecondFrom (10 * oneSecond), 0.0f);
 }
 
 TEST (AudioPluginAudioProcessor, MakesAndDeletesItsEditor)

@@ -1,0 +1,282 @@
+#include "CommandLine.h"
+
+#include "NumberText.h"
+#include "RenderError.h"
+
+#include <array>
+#include <functional>
+
+namespace cv::render
+{
+namespace
+{
+using Action = CommandLine::Action;
+
+juce::File toFile (const juce::String& path)
+{
+    return juce::File::getCurrentWorkingDirectory().getChildFile (path);
+}
+
+juce::String limitsText (int low, int high)
+{
+    return juce::String (low) + " to " + juce::String (high);
+}
+
+/** The two sides of "NAME=VALUE". A name may not hold an equals sign, a value may. */
+Setting splitAssignment (const juce::String& option, const juce::String& text)
+{
+    if (! text.containsChar ('='))
+        throw UsageError (option + " takes NAME=VALUE, not \"" + text + "\"");
+
+    Setting result { text.upToFirstOccurrenceOf ("=", false, false).trim(),
+                     text.fromFirstOccurrenceOf ("=", false, false).trim() };
+
+    if (result.parameter.isEmpty())
+        throw UsageError (option + " lacks the parameter's name in \"" + text + "\"");
+
+    return result;
+}
+
+Breakpoint parseBreakpoint (const juce::String& parameter, const juce::String& text)
+{
+    const auto seconds = parseNumber (text.upToFirstOccurrenceOf (":", false, false));
+
+    if (! seconds || *seconds < 0.0 || ! text.containsChar (':'))
+        throw UsageError ("--automate " + parameter + " takes SECONDS:VALUE with seconds from 0 on, not \""
+                          + text.trim() + "\"");
+
+    return { *seconds, text.fromFirstOccurrenceOf (":", false, false).trim() };
+}
+
+AutomationSetting parseAutomation (const juce::String& text)
+{
+    const auto [parameter, lane] = splitAssignment ("--automate", text);
+    AutomationSetting result { parameter, {} };
+
+    for (const auto& point : juce::StringArray::fromTokens (lane, ",", {}))
+        result.breakpoints.push_back (parseBreakpoint (parameter, point));
+
+    if (result.breakpoints.empty())
+        throw UsageError ("--automate " + parameter + " has no SECONDS:VALUE");
+
+    for (size_t i = 1; i < result.breakpoints.size(); ++i)
+        if (result.breakpoints[i].seconds < result.breakpoints[i - 1].seconds)
+            throw UsageError ("--automate " + parameter + " goes back in time, from "
+                              + toPlainText (result.breakpoints[i - 1].seconds) + " s to "
+                              + toPlainText (result.breakpoints[i].seconds) + " s");
+
+    return result;
+}
+
+SampleFormat parseSampleFormat (const juce::String& text)
+{
+    if (text == "16")
+        return SampleFormat::integer16;
+
+    if (text == "24")
+        return SampleFormat::integer24;
+
+    if (text == "32f")
+        return SampleFormat::float32;
+
+    throw UsageError ("--bits takes 16, 24 or 32f, not \"" + text + "\"");
+}
+
+int parseLimited (const juce::String& option, const juce::String& text, int low, int high)
+{
+    const auto number = parseInteger (text);
+
+    if (! number || *number < low || *number > high)
+        throw UsageError (option + " takes a whole number from " + limitsText (low, high) + ", not \"" + text + "\"");
+
+    return *number;
+}
+
+double parseTail (const juce::String& text)
+{
+    const auto seconds = parseNumber (text);
+
+    if (! seconds || *seconds < 0.0 || *seconds > CommandLine::maxTailSeconds)
+        throw UsageError ("--tail takes seconds from " + limitsText (0, (int) CommandLine::maxTailSeconds) + ", not \""
+                          + text + "\"");
+
+    return *seconds;
+}
+
+struct Option
+{
+    const char* name;
+    bool takesValue;
+    std::function<void (CommandLine&, const juce::String& value)> apply;
+};
+
+const std::vector<Option>& getOptions()
+{
+    static const std::vector<Option> options {
+        { "-o", true,
+          [] (auto& line, auto& text)
+          {
+              line.output = toFile (text);
+              line.outputName = text;
+          } },
+        { "--plugin", true, [] (auto& line, auto& text) { line.plugin = toFile (text); } },
+        { "--set", true, [] (auto& line, auto& text) { line.settings.push_back (splitAssignment ("--set", text)); } },
+        { "--automate", true, [] (auto& line, auto& text) { line.automation.push_back (parseAutomation (text)); } },
+        { "--tail", true, [] (auto& line, auto& text) { line.tailSeconds = parseTail (text); } },
+        { "--block", true,
+          [] (auto& line, auto& text)
+          { line.blockLength = parseLimited ("--block", text, 1, CommandLine::maxBlockLength); } },
+        { "--rate", true,
+          [] (auto& line, auto& text) {
+              line.sampleRate =
+                  parseLimited ("--rate", text, CommandLine::minSampleRateHz, CommandLine::maxSampleRateHz);
+          } },
+        { "--bits", true, [] (auto& line, auto& text) { line.sampleFormat = parseSampleFormat (text); } },
+        { "--mono", false, [] (auto& line, auto&) { line.mixToMono = true; } },
+        { "--quiet", false, [] (auto& line, auto&) { line.quiet = true; } },
+        { "--list", false, [] (auto& line, auto&) { line.action = Action::listParameters; } }
+    };
+
+    return options;
+}
+
+const Option* findOption (const juce::String& name)
+{
+    for (const auto& option : getOptions())
+        if (name == option.name)
+            return &option;
+
+    return nullptr;
+}
+
+/** Applies the option at `index` and gives the index of the argument behind it and its value. */
+int applyOption (CommandLine& line, const juce::StringArray& arguments, int index)
+{
+    const auto& argument = arguments[index];
+    const auto isAssignment = argument.startsWith ("--") && argument.containsChar ('=');
+    const auto name = isAssignment ? argument.upToFirstOccurrenceOf ("=", false, false) : argument;
+    const auto* const option = findOption (name);
+
+    if (option == nullptr)
+        throw UsageError ("unknown option " + name + "; --help lists what there is");
+
+    if (! option->takesValue)
+    {
+        if (isAssignment)
+            throw UsageError (name + " takes no value");
+
+        option->apply (line, {});
+        return index + 1;
+    }
+
+    const auto value = isAssignment ? argument.fromFirstOccurrenceOf ("=", false, false) : arguments[index + 1];
+
+    if (value.isEmpty() || (! isAssignment && findOption (value) != nullptr))
+        throw UsageError (name + " lacks its value");
+
+    option->apply (line, value);
+    return index + (isAssignment ? 1 : 2);
+}
+
+void checkRenderFiles (const CommandLine& line, const juce::StringArray& inputs)
+{
+    if (inputs.isEmpty())
+        throw UsageError ("no input file; --help shows how to call this program");
+
+    if (inputs.size() > 1)
+        throw UsageError ("one input file at a time: what is \"" + inputs[1] + "\"?");
+
+    if (line.output == juce::File())
+        throw UsageError ("no output file: name one with -o");
+
+    if (! line.output.hasFileExtension ("wav;flac"))
+        throw UsageError ("the output's name must end in .wav or .flac, not \"" + line.output.getFileExtension()
+                          + "\"");
+
+    if (line.sampleFormat == SampleFormat::float32 && line.output.hasFileExtension ("flac"))
+        throw UsageError ("--bits 32f is for WAV files; FLAC holds 16 or 24 bits");
+}
+
+void checkAutomation (const CommandLine& line)
+{
+    for (auto lane = line.automation.begin(); lane != line.automation.end(); ++lane)
+    {
+        const auto isSame = [&] (const auto& other) { return other.parameter.equalsIgnoreCase (lane->parameter); };
+
+        if (std::any_of (line.settings.begin(), line.settings.end(), isSame))
+            throw UsageError (lane->parameter + " is both set and automated");
+
+        if (std::any_of (line.automation.begin(), lane, isSame))
+            throw UsageError (lane->parameter + " is automated twice");
+    }
+}
+} // namespace
+
+CommandLine CommandLine::parse (const juce::StringArray& arguments)
+{
+    if (arguments.contains ("--help") || arguments.contains ("-h") || arguments.contains ("--version"))
+    {
+        CommandLine line;
+        line.action = arguments.contains ("--version") ? Action::showVersion : Action::showHelp;
+        return line;
+    }
+
+    CommandLine line;
+    juce::StringArray inputs;
+    auto optionsHaveEnded = false;
+
+    for (auto index = 0; index < arguments.size();)
+    {
+        const auto& argument = arguments[index];
+
+        if (! optionsHaveEnded && argument == "--")
+        {
+            optionsHaveEnded = true;
+            ++index;
+        }
+        else if (optionsHaveEnded || ! argument.startsWithChar ('-'))
+        {
+            inputs.add (arguments[index++]);
+        }
+        else
+        {
+            index = applyOption (line, arguments, index);
+        }
+    }
+
+    if (line.action == Action::listParameters)
+        return line;
+
+    checkRenderFiles (line, inputs);
+    checkAutomation (line);
+    line.input = toFile (inputs[0]);
+    return line;
+}
+
+juce::String CommandLine::getHelp()
+{
+    return R"(Renders an audio file through a VST3 plug-in.
+
+  varlo-render INPUT -o OUTPUT [options]
+  varlo-render --list [--plugin PATH]
+
+INPUT is a WAV, AIFF or FLAC file, mono or stereo; OUTPUT ends in .wav or .flac.
+
+  -o OUTPUT             where the result goes; an existing file is replaced at the end
+  --plugin PATH         the VST3 bundle (default: Varlo.vst3 beside this program, then in ~/.vst3)
+  --set NAME=VALUE      a parameter's value as the plug-in shows it: Delay=375, "Feedback=60 %"
+  --automate NAME=SECONDS:VALUE,SECONDS:VALUE...
+                        straight lines between these points, heard in steps of one block
+  --tail SECONDS        how much is rendered after the input's end, 0 to 3600 (default: 5)
+  --block N             samples per block, 1 to 65536 (default: 512)
+  --rate HZ             the rate to render at, 8000 to 384000 (default: the input's)
+  --mono                mixes a stereo input down and renders mono
+  --bits 16|24|32f      the output's sample format (default: 24; 32f is for WAV)
+  --list                renders nothing: prints the plug-in's parameters with ranges and defaults
+  --quiet               prints nothing but errors
+  --help, --version
+
+Exit codes: 0 done, 1 failed, 2 command line not understood, 130 interrupted.
+)";
+}
+} // namespace cv::render

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace cv::render
+{
+/** From here on SIGINT, SIGTERM and SIGHUP only raise a flag, so that nothing half-written stays behind,
+    and a full disk or a closed pipe is an error of the write instead of the end of the process. Call
+    once.
+*/
+void installSignalHandlers();
+
+/** Throws RenderError when one of these signals has come. Any thread. */
+void throwIfInterrupted();
+} // namespace cv::render

@@ -1,0 +1,152 @@
+#include "CommandLine.h"
+#include "Interruption.h"
+#include "ParameterTable.h"
+#include "RenderError.h"
+#include "Renderer.h"
+
+#include <iostream>
+
+namespace cv::render
+{
+namespace
+{
+void applySettings (const PluginHost& host, const CommandLine& line)
+{
+    for (const auto& setting : line.settings)
+    {
+        const auto text = host.getParameter (setting.parameter);
+        text.getParameter().setValue (text.toNormalised (setting.value));
+    }
+}
+
+std::vector<Automation> makeAutomation (const PluginHost& host, const CommandLine& line)
+{
+    std::vector<Automation> lanes;
+
+    for (const auto& setting : line.automation)
+        lanes.emplace_back (host.getParameter (setting.parameter), setting.breakpoints);
+
+    return lanes;
+}
+
+juce::String toText (SampleFormat format)
+{
+    switch (format)
+    {
+        case SampleFormat::integer16:
+            return "16 bit";
+        case SampleFormat::integer24:
+            return "24 bit";
+        case SampleFormat::float32:
+            return "32 bit float";
+    }
+
+    return {};
+}
+
+void printSummary (const CommandLine& line, const AudioInput& input, double audioSeconds, double renderSeconds)
+{
+    std::cout << line.outputName << ": " << juce::String (audioSeconds, 2) << " s, "
+              << (input.getNumChannels() == 1 ? "mono" : "stereo") << ", " << input.getSampleRate() << " Hz, "
+              << toText (line.sampleFormat) << ", "
+              << juce::roundToInt (audioSeconds / juce::jmax (renderSeconds, 1.0e-6)) << " times real time"
+              << std::endl;
+}
+
+void printClipping (const AudioOutput& output)
+{
+    if (output.getNumClippedSamples() == 0)
+        return;
+
+    std::cout << output.getNumClippedSamples() << " samples above full scale were clipped, peak +"
+              << juce::String (juce::Decibels::gainToDecibels (output.getPeak()), 1)
+              << " dBFS; a WAV file with --bits 32f keeps them" << std::endl;
+}
+
+void render (const CommandLine& line)
+{
+    AudioInput input (line.input, line.sampleRate, line.mixToMono);
+    AudioOutput::checkTarget (line.output);
+
+    PluginHost host (line.plugin);
+    applySettings (host, line);
+
+    Renderer renderer (host, input, makeAutomation (host, line),
+                       std::llround (line.tailSeconds * input.getSampleRate()), line.blockLength);
+
+    installSignalHandlers();
+    AudioOutput output (line.output, input.getNumChannels(), input.getSampleRate(), line.sampleFormat);
+    const auto start = juce::Time::getMillisecondCounterHiRes();
+
+    {
+        ProgressLine progress (line.quiet);
+        renderer.run (output, progress);
+        output.commit();
+    }
+
+    if (line.quiet)
+        return;
+
+    const auto renderSeconds = (juce::Time::getMillisecondCounterHiRes() - start) / 1000.0;
+    printSummary (line, input, (double) renderer.getOutputLength() / input.getSampleRate(), renderSeconds);
+    printClipping (output);
+}
+
+void run (const CommandLine& line)
+{
+    switch (line.action)
+    {
+        case CommandLine::Action::showHelp:
+            std::cout << CommandLine::getHelp();
+            break;
+        case CommandLine::Action::showVersion:
+            std::cout << "varlo-render " << VARLO_RENDER_VERSION << "\n";
+            break;
+        case CommandLine::Action::listParameters:
+            std::cout << makeParameterTable (PluginHost (line.plugin).getInstance());
+            break;
+        case CommandLine::Action::render:
+            render (line);
+            break;
+    }
+}
+
+/** Arguments are UTF-8, whatever the locale. */
+juce::StringArray toStrings (int numArguments, char** arguments)
+{
+    juce::StringArray result;
+
+    for (auto i = 0; i < numArguments; ++i)
+        result.add (juce::String::fromUTF8 (arguments[i]));
+
+    return result;
+}
+
+int printError (const juce::String& message, int exitCode)
+{
+    std::cerr << "varlo-render: " << message.replaceCharacters ("\r\n", "  ") << std::endl;
+    return exitCode;
+}
+} // namespace
+} // namespace cv::render
+
+int main (int argc, char** argv)
+{
+    using namespace cv::render;
+
+    try
+    {
+        // Hosting needs a message thread, which is this one; no display is opened.
+        const juce::ScopedJuceInitialiser_GUI juceInitialiser;
+        run (CommandLine::parse (toStrings (argc - 1, argv + 1)));
+        return 0;
+    }
+    catch (const RenderError& error)
+    {
+        return printError (juce::String::fromUTF8 (error.what()), error.getExitCode());
+    }
+    catch (const std::exception& error)
+    {
+        return printError (juce::String ("can't go on: ") + error.what(), RenderError::failedExitCode);
+    }
+}

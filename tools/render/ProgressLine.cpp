@@ -1,0 +1,33 @@
+#include "ProgressLine.h"
+
+#include <iostream>
+#include <unistd.h>
+
+namespace cv::render
+{
+ProgressLine::ProgressLine (bool quiet) : isShown (! quiet && isatty (STDERR_FILENO) != 0) {}
+
+ProgressLine::~ProgressLine()
+{
+    constexpr auto eraseLine = "\r\x1b[K";
+
+    if (isShown)
+        std::cerr << eraseLine << std::flush;
+}
+
+void ProgressLine::update (double fraction)
+{
+    constexpr juce::uint32 intervalMilliseconds = 100;
+
+    if (! isShown)
+        return;
+
+    const auto now = juce::Time::getMillisecondCounter();
+
+    if (now - lastUpdateMilliseconds < intervalMilliseconds)
+        return;
+
+    lastUpdateMilliseconds = now;
+    std::cerr << "\rrendering: " << juce::roundToInt (fraction * 100.0) << " %" << std::flush;
+}
+} // namespace cv::render

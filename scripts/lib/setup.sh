@@ -1,0 +1,84 @@
+# shellcheck shell=bash disable=SC2034  # what looks unused is used by the scripts that source this
+#
+# Sourced by run.sh and test.sh: messages, and the packages that a build needs.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+command_name=$(basename "$0")
+
+say() { printf '==> %s\n' "$*"; }
+
+fail() {
+    printf '%s: %s\n' "$command_name" "$*" >&2
+    exit 1
+}
+
+trap 'printf "%s: stopped at line %s: the command there failed\n" "$command_name" "$LINENO" >&2' ERR
+
+build_packages="g++ cmake ninja-build ccache pkg-config
+    libfreetype-dev libfontconfig1-dev libcurl4-openssl-dev
+    libx11-dev libxcomposite-dev libxcursor-dev libxext-dev libxinerama-dev libxrandr-dev libxrender-dev
+    libpng-dev libjpeg-dev zlib1g-dev libflac-dev libvorbis-dev libogg-dev libsamplerate0-dev"
+test_packages="libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth"
+
+build_tools="c++ cmake ninja pkg-config"
+test_tools=
+
+[ "$(uname)" != Linux ] || test_tools=xvfb-run
+
+# JUCE comes from Debian's source package on Debian, from upstream's git elsewhere.
+if grep -qsx 'ID=debian' /etc/os-release; then
+    build_packages="$build_packages dpkg-dev"
+else
+    build_packages="$build_packages git ca-certificates"
+    build_tools="$build_tools git"
+fi
+
+# prepare_machine INSTALL PURPOSE PACKAGES TOOLS
+#
+# Leaves the packages installed, or stops with a list of what lacks; INSTALL is yes or no. Where there
+# is no apt it checks for the tools and leaves the rest to the machine's owner.
+prepare_machine() {
+    local install=$1 purpose=$2 packages=$3 tools=$4 missing as_root=
+
+    if ! command -v apt-get >/dev/null; then
+        missing=$(missing_tools "$tools")
+        [ -z "$missing" ] || fail "no apt on this system; to $purpose, install these tools by hand:$missing"
+        say "No apt on this system: its tools are used, and missing libraries are yours to install"
+        return
+    fi
+
+    missing=$(missing_packages "$packages")
+    [ -n "$missing" ] || return 0
+    [ "$install" = yes ] || fail "to $purpose, these packages are needed:$missing"
+
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || fail "to $purpose, install these packages as root:$missing"
+        as_root=sudo
+    fi
+
+    say "To $purpose, these packages are installed${as_root:+ with sudo}:$missing"
+    $as_root apt-get -qq update || say "apt's lists could not all be updated, those at hand have to do"
+
+    # --no-remove: no package of the user's goes to make room for ours.
+    # shellcheck disable=SC2086  # a list of words
+    $as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get -qq install --yes --no-remove --no-install-recommends $missing </dev/null >/dev/null
+}
+
+missing_tools() {
+    local tool
+
+    for tool in $1; do
+        command -v "$tool" >/dev/null || printf ' %s' "$tool"
+    done
+}
+
+missing_packages() {
+    local package
+
+    for package in $1; do
+        # shellcheck disable=SC2016  # the format is dpkg-query's, not the shell's
+        [ "$(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] \
+            || printf ' %s' "$package"
+    done
+}

@@ -1,0 +1,78 @@
+#!/usr/bin/env bash
+# Builds Varlo, installs it for this user and plays a recording through it.
+set -Eeuo pipefail
+
+# shellcheck source=scripts/lib/setup.sh
+. "$(dirname "${BASH_SOURCE[0]}")/lib/setup.sh"
+
+usage() {
+    cat <<EOF
+usage: $command_name [--no-install]
+
+Builds the Varlo plug-in and the offline host varlo-render into dist/, installs the plug-in in
+~/.vst3 (a Varlo.vst3 that is there already is replaced) and renders the demo recording through it
+into dist/demo.wav. Installs the Debian or Ubuntu packages that the build lacks.
+
+  --no-install   install no packages: list what lacks and stop
+  -h, --help     show this text
+EOF
+}
+
+install=yes
+
+for argument in "$@"; do
+    case $argument in
+        --no-install) install=no ;;
+        -h|--help) usage; exit 0 ;;
+        *) echo "$command_name: unknown option '$argument' (see --help)" >&2; exit 2 ;;
+    esac
+done
+
+[ -n "${HOME:-}" ] || fail "HOME is not set, so there is no folder to install the plug-in in"
+user_plugins=$HOME/.vst3
+[ "$(uname)" != Darwin ] || user_plugins=$HOME/Library/Audio/Plug-Ins/VST3
+
+# install_for_user BUNDLE DESTINATION: the copy is made beside its destination and moved there, so that
+# a host that scans meanwhile never loads half a bundle. What is the same already stays as it is.
+install_for_user() {
+    local folder staging
+    diff -rq "$1" "$2" >/dev/null 2>&1 && return
+
+    folder=$(dirname "$2")
+    mkdir -p "$folder"
+    staging=$(mktemp -d "$folder/.varlo.XXXXXX")
+    cp -R "$1" "$staging/new"
+    [ ! -e "$2" ] || mv "$2" "$staging/old"
+    mv "$staging/new" "$2"
+    rm -rf "$staging"
+}
+
+cd "$root"
+prepare_machine "$install" "build Varlo" "$build_packages" "$build_tools"
+
+# The folder is the one that test.sh tests. Set up by that script it also has tests, which need more
+# packages than this one installs.
+if [ ! -f build/release/build.ninja ]; then
+    say "Configuring (the first time this fetches JUCE and builds its helper program)"
+    cmake --preset release -DVARLO_BUILD_TESTS=OFF -DVARLO_BUILD_BENCHMARKS=OFF
+fi
+
+say "Building"
+cmake --build --preset release --target Varlo_VST3 varlo_render
+
+# Anew each time, so that nothing of an older bundle stays.
+rm -rf dist/Varlo.vst3
+cmake --install build/release --component varlo --prefix dist >/dev/null
+
+install_for_user dist/Varlo.vst3 "$user_plugins/Varlo.vst3"
+
+say "Rendering the demo through the plug-in"
+dist/varlo-render resources/demo/guit_e_fifths.flac -o dist/demo.wav --plugin dist/Varlo.vst3 \
+    --set Delay=250 --set Feedback=70 --set Mix=50
+
+cat <<EOF
+
+Plug-in: $root/dist/Varlo.vst3, installed for you as $user_plugins/Varlo.vst3
+Demo:    $root/dist/demo.wav, a guitar with an echo every 250 ms, made by $root/dist/varlo-render
+Next:    let your host scan its VST3 plug-ins again, then put Varlo (by Corvane) on a track
+EOF

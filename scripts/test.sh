@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# Builds everything and passes all tests.
+set -Eeuo pipefail
+
+# shellcheck source=scripts/lib/setup.sh
+. "$(dirname "${BASH_SOURCE[0]}")/lib/setup.sh"
+
+usage() {
+    cat <<EOF
+usage: $command_name [--no-install] [PRESET...]
+
+Builds the plug-in, its tools and its tests and runs the tests, once for each of the presets
+release, debug and asan that is named; for release when none is. Installs the Debian or Ubuntu
+packages that this lacks.
+
+  --no-install   install no packages: list what lacks and stop
+  -h, --help     show this text
+EOF
+}
+
+install=yes
+presets=()
+
+for argument in "$@"; do
+    case $argument in
+        --no-install) install=no ;;
+        -h|--help) usage; exit 0 ;;
+        release|debug|asan) presets+=("$argument") ;;
+        -*) echo "$command_name: unknown option '$argument' (see --help)" >&2; exit 2 ;;
+        *) echo "$command_name: unknown preset '$argument' (release, debug or asan)" >&2; exit 2 ;;
+    esac
+done
+
+[ ${#presets[@]} -gt 0 ] || presets=(release)
+
+cd "$root"
+
+prepare_machine "$install" "build and test Varlo" "$build_packages $test_packages" "$build_tools $test_tools"
+
+# The tests get a display of their own: they need none to be there and open no window on the user's.
+with_display() {
+    if [ -n "$test_tools" ]; then
+        xvfb-run --auto-servernum "$@"
+    else
+        "$@"
+    fi
+}
+
+for preset in "${presets[@]}"; do
+    say "Building $preset"
+    cmake --preset "$preset" -DVARLO_BUILD_TESTS=ON
+    cmake --build --preset "$preset"
+
+    say "Testing $preset"
+    with_display ctest --preset "$preset" --parallel "$(getconf _NPROCESSORS_ONLN)"
+done

@@ -1,5 +1,6 @@
 #include "support/AudioFile.h"
 #include "support/RenderProcess.h"
+#include "support/Signals.h"
 
 #include <gmock/gmock.h>
 
@@ -8,7 +9,6 @@ namespace cv::varlo
 namespace
 {
 using test::AudioFile;
-using test::makeSilence;
 using test::RenderProcess;
 using test::ScratchFolder;
 

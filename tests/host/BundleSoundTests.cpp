@@ -1,6 +1,7 @@
 #include "host/EchoModel.h"
 #include "support/AudioFile.h"
 #include "support/RenderProcess.h"
+#include "support/Signals.h"
 
 #include <gmock/gmock.h>
 

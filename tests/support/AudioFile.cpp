@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <random>
-
 namespace cv::test
 {
 AudioFile AudioFile::read (const juce::File& file)
@@ -49,50 +46,5 @@ void AudioFile::write (juce::AudioFormat& format,
 
     if (writer == nullptr || ! writer->writeFromAudioSampleBuffer (samples, 0, samples.getNumSamples()))
         ADD_FAILURE() << "can't write " << file.getFullPathName();
-}
-
-juce::AudioBuffer<float> makeSilence (int numChannels, int numSamples)
-{
-    juce::AudioBuffer<float> buffer (numChannels, numSamples);
-    buffer.clear();
-    return buffer;
-}
-
-juce::AudioBuffer<float> makeNoise (int numChannels, int numSamples, float level)
-{
-    constexpr unsigned int seed = 20250324;
-    std::mt19937 generator (seed);
-    std::uniform_real_distribution<float> distribution (-level, level);
-    juce::AudioBuffer<float> buffer (numChannels, numSamples);
-
-    for (auto channel = 0; channel < numChannels; ++channel)
-        std::generate_n (buffer.getWritePointer (channel), numSamples, [&] { return distribution (generator); });
-
-    return buffer;
-}
-
-juce::AudioBuffer<float> makeSine (int numChannels, int numSamples, double cyclesPerSample)
-{
-    juce::AudioBuffer<float> buffer (numChannels, numSamples);
-
-    for (auto channel = 0; channel < numChannels; ++channel)
-        for (auto i = 0; i < numSamples; ++i)
-            buffer.setSample (channel, i, (float) std::sin (juce::MathConstants<double>::twoPi * cyclesPerSample * i));
-
-    return buffer;
-}
-
-bool areIdentical (const juce::AudioBuffer<float>& a, const juce::AudioBuffer<float>& b)
-{
-    if (a.getNumChannels() != b.getNumChannels() || a.getNumSamples() != b.getNumSamples())
-        return false;
-
-    for (auto channel = 0; channel < a.getNumChannels(); ++channel)
-        if (std::memcmp (a.getReadPointer (channel), b.getReadPointer (channel),
-                         (size_t) a.getNumSamples() * sizeof (float))
-            != 0)
-            return false;
-
-    return true;
 }
 } // namespace cv::test

@@ -25,16 +25,4 @@ struct AudioFile
     static void write (
         juce::AudioFormat&, const juce::File&, const juce::AudioBuffer<float>&, double sampleRate, int bits);
 };
-
-/** A buffer of zeros. */
-juce::AudioBuffer<float> makeSilence (int numChannels, int numSamples);
-
-/** White noise of the same seed each time, within ±level. */
-juce::AudioBuffer<float> makeNoise (int numChannels, int numSamples, float level);
-
-/** A sine of peak 1 that starts at 0, the same in each channel. */
-juce::AudioBuffer<float> makeSine (int numChannels, int numSamples, double cyclesPerSample);
-
-/** True when both have the same channels and, bit for bit, the same samples. */
-bool areIdentical (const juce::AudioBuffer<float>&, const juce::AudioBuffer<float>&);
 } // namespace cv::test

@@ -49,6 +49,28 @@ juce::AudioBuffer<float> toBuffer (const std::vector<std::vector<float>>& channe
     return buffer;
 }
 
+juce::AudioBuffer<float> makeSilence (int numChannels, int numSamples)
+{
+    juce::AudioBuffer<float> buffer (numChannels, numSamples);
+    buffer.clear();
+    return buffer;
+}
+
+juce::AudioBuffer<float> makeNoise (int numChannels, int numSamples, float level)
+{
+    std::vector<std::vector<float>> channels;
+
+    for (int channel = 0; channel < numChannels; ++channel)
+        channels.push_back (noise (numSamples, channel + 1, level));
+
+    return toBuffer (channels);
+}
+
+juce::AudioBuffer<float> makeSine (int numChannels, int numSamples, double cyclesPerSample)
+{
+    return toBuffer (std::vector ((size_t) numChannels, sine (numSamples, cyclesPerSample, 1.0)));
+}
+
 std::vector<float> channelOf (const juce::AudioBuffer<float>& buffer, int channel)
 {
     const auto* samples = buffer.getReadPointer (channel);
@@ -83,6 +105,18 @@ int firstDifference (const std::vector<float>& a, const std::vector<float>& b)
 
     const auto [inA, inB] = std::mismatch (a.begin(), a.end(), b.begin(), b.end(), sameBits);
     return inA == a.end() && inB == b.end() ? -1 : (int) (inA - a.begin());
+}
+
+bool areIdentical (const juce::AudioBuffer<float>& a, const juce::AudioBuffer<float>& b)
+{
+    if (a.getNumChannels() != b.getNumChannels())
+        return false;
+
+    for (int channel = 0; channel < a.getNumChannels(); ++channel)
+        if (firstDifference (channelOf (a, channel), channelOf (b, channel)) >= 0)
+            return false;
+
+    return true;
 }
 
 double toDecibels (double gain)

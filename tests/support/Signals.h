@@ -18,6 +18,14 @@ std::vector<float> noise (int numSamples, juce::int64 seed, float level = 1.0f);
 /** A buffer of one or two channels; both have to be of the same length. */
 juce::AudioBuffer<float> toBuffer (const std::vector<std::vector<float>>& channels);
 
+juce::AudioBuffer<float> makeSilence (int numChannels, int numSamples);
+
+/** White noise between plus and minus `level`, different in each channel and the same at each call. */
+juce::AudioBuffer<float> makeNoise (int numChannels, int numSamples, float level);
+
+/** A sine of peak 1 that starts at 0, the same in each channel. */
+juce::AudioBuffer<float> makeSine (int numChannels, int numSamples, double cyclesPerSample);
+
 std::vector<float> channelOf (const juce::AudioBuffer<float>&, int channel);
 
 /** The largest absolute value of the samples from `begin` on, `end` excluded. */
@@ -28,6 +36,9 @@ std::vector<int> positionsAbove (const std::vector<float>&, float threshold);
 
 /** The first sample at which the two differ in any bit, -1 when they are the same. */
 int firstDifference (const std::vector<float>&, const std::vector<float>&);
+
+/** True when both have the same channels and, bit for bit, the same samples. */
+bool areIdentical (const juce::AudioBuffer<float>&, const juce::AudioBuffer<float>&);
 
 double toDecibels (double gain);
 } // namespace cv::test

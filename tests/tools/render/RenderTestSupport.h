@@ -2,6 +2,7 @@
 
 #include "support/AudioFile.h"
 #include "support/RenderProcess.h"
+#include "support/Signals.h"
 
 #include <gmock/gmock.h>
 

@@ -1,3 +1,5 @@
+#include "support/DisplayAtoms.h"
+
 #include <gmock/gmock.h>
 #include <juce_events/juce_events.h>
 
@@ -28,6 +30,7 @@ int main (int argc, char** argv)
 {
     testing::InitGoogleMock (&argc, argv);
 
+    const cv::test::DisplayAtoms displayAtoms;
     const juce::ScopedJuceInitialiser_GUI juceInitialiser;
     const AssertionListener assertionListener;
 

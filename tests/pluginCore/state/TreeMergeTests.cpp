@@ -1,0 +1,110 @@
+#include "state/TreeMerge.h"
+
+#include "state/TreeXml.h"
+#include "state/XmlText.h"
+
+#include <gmock/gmock.h>
+
+namespace cv::pluginCore
+{
+namespace
+{
+juce::ValueTree treeFrom (const juce::String& text)
+{
+    return treeFromXml (*parseXmlText (text));
+}
+
+juce::String textOf (const juce::ValueTree& tree)
+{
+    return tree.toXmlString (juce::XmlElement::TextFormat().singleLine().withoutHeader());
+}
+
+/** Counts the edits of a tree. */
+class EditCounter final : public juce::ValueTree::Listener
+{
+public:
+    explicit EditCounter (juce::ValueTree& treeToWatch) : tree (treeToWatch) { tree.addListener (this); }
+
+    ~EditCounter() override { tree.removeListener (this); }
+
+    int edits = 0;
+
+private:
+    void valueTreePropertyChanged (juce::ValueTree&, const juce::Identifier&) override { ++edits; }
+
+    void valueTreeChildAdded (juce::ValueTree&, juce::ValueTree&) override { ++edits; }
+
+    void valueTreeChildRemoved (juce::ValueTree&, juce::ValueTree&, int) override { ++edits; }
+
+    void valueTreeChildOrderChanged (juce::ValueTree&, int, int) override { ++edits; }
+
+    void valueTreeRedirected (juce::ValueTree&) override { ++edits; }
+
+    juce::ValueTree& tree;
+};
+
+TEST (TreeMerge, TakesPropertiesOver)
+{
+    auto destination = treeFrom ("<t gone='1' same='2' changed='3'/>");
+    EditCounter counter (destination);
+    mergeTree (treeFrom ("<t new='5' changed='4' same='2'/>"), destination);
+
+    EXPECT_EQ (textOf (destination), "<t same=\"2\" changed=\"4\" new=\"5\"/>");
+    EXPECT_EQ (counter.edits, 3);
+}
+
+TEST (TreeMerge, PairsChildrenByTypeAndPosition)
+{
+    auto destination = treeFrom ("<t><X a='1'/><X a='2'/><X a='3'/></t>");
+    const auto first = destination.getChild (0);
+    const auto second = destination.getChild (1);
+    mergeTree (treeFrom ("<t><Y b='6'/><X a='4'/><X a='5'/></t>"), destination);
+
+    EXPECT_EQ (textOf (destination), "<t><X a=\"4\"/><X a=\"5\"/><Y b=\"6\"/></t>");
+    EXPECT_EQ (destination.getChild (0), first);
+    EXPECT_EQ (destination.getChild (1), second);
+}
+
+TEST (TreeMerge, MergesAtAnyDepthAndAppendsCopies)
+{
+    const auto source = treeFrom ("<t><X><Z i='1'/><Z i='2'/></X><X j='3'><Z/></X></t>");
+    auto destination = treeFrom ("<t><X><Z i='0'/></X></t>");
+    mergeTree (source, destination);
+
+    EXPECT_TRUE (destination.isEquivalentTo (source));
+    EXPECT_NE (destination.getChild (1), source.getChild (1));
+    EXPECT_EQ (source.getChild (1).getParent(), source);
+}
+
+TEST (TreeMerge, RemovesTypesThatTheSourceLacks)
+{
+    auto destination = treeFrom ("<t><X/><Y/><X/></t>");
+    mergeTree (treeFrom ("<t><Y/></t>"), destination);
+    EXPECT_EQ (textOf (destination), "<t><Y/></t>");
+}
+
+TEST (TreeMerge, OfATreeWithItselfOrItsCopyChangesNothing)
+{
+    auto tree = treeFrom ("<t a='1'><X b='2'/><Y/><X><Z/></X></t>");
+    EditCounter counter (tree);
+
+    mergeTree (tree, tree);
+    mergeTree (tree.createCopy(), tree);
+    EXPECT_EQ (counter.edits, 0);
+}
+
+TEST (TreeMerge, InvalidSourceEmptiesTheDestination)
+{
+    auto destination = treeFrom ("<t a='1' b='2'><X/><Y/></t>");
+    mergeTree ({}, destination);
+    EXPECT_EQ (textOf (destination), "<t/>");
+}
+
+TEST (TreeMerge, InvalidDestinationStaysSo)
+{
+    juce::ValueTree destination;
+    mergeTree (treeFrom ("<t a='1'><X/></t>"), destination);
+    EXPECT_FALSE (destination.isValid());
+}
+} // namespace
+} // namespace cv::pluginCore

@@ -1,0 +1,28 @@
+#include "presets/PresetLocations.h"
+
+namespace cv::pluginCore
+{
+const juce::File& PresetLocations::getFolder (PresetBank bank) const
+{
+    switch (bank)
+    {
+        case PresetBank::user:
+            return userFolder;
+        case PresetBank::designer:
+            return designerFolder;
+        case PresetBank::factory:
+            break;
+    }
+
+    return factoryFolder;
+}
+
+std::optional<PresetBank> PresetLocations::findBankOf (const juce::File& file) const
+{
+    for (const auto bank : presetBanks)
+        if (file.isAChildOf (getFolder (bank)))
+            return bank;
+
+    return {};
+}
+} // namespace cv::pluginCore

@@ -1,5 +1,7 @@
 #include "AudioPluginAudioProcessor.h"
 
+#include "presets/PresetFolders.h"
+
 namespace cv::varlo
 {
 namespace
@@ -15,10 +17,22 @@ void copyFirstChannelToExtraOutputs (juce::AudioBuffer<float>& buffer, int numIn
 }
 
 const juce::String makersWebSite = "https://corvane.example";
+const juce::String presetExtension = ".cvpreset";
+
+pluginCore::ProductInfo getProductInfo()
+{
+    return { VARLO_NAME, VARLO_VERSION, VARLO_COMPANY };
+}
+
+pluginCore::PresetLocations getPresetLocations()
+{
+    const auto info = getProductInfo();
+    return createPresetFolders (pluginCore::DataFolders::ofThisSystem(), info.company, info.name, presetExtension);
+}
 } // namespace
 
 AudioPluginAudioProcessor::AudioPluginAudioProcessor()
-    : PluginProcessor ({ VARLO_NAME, VARLO_VERSION }, Parameters::createLayout())
+    : PluginProcessor (getProductInfo(), Parameters::createLayout(), getPresetLocations())
     , transportWatch (*this)
     , parameters (valueTreeState)
 {

@@ -1,21 +1,63 @@
 #include "processor/PluginProcessor.h"
 
+#include "presets/LastPreset.h"
+#include "state/ParameterState.h"
+#include "state/StateChunk.h"
+#include "state/TreeMerge.h"
+#include "state/TreeXml.h"
+#include "state/XmlText.h"
+
 namespace cv::pluginCore
 {
 namespace
 {
 constexpr int maxUndoUnits = 30000;
 constexpr int minUndoTransactions = 30;
+
+const juce::Identifier parametersType { "PARAMS" };
+
+namespace attributes
+{
+const juce::Identifier company { "company" };
+const juce::Identifier version { "version" };
+const juce::Identifier editorWidth { "pluginEditorWidth" };
+const juce::Identifier editorHeight { "pluginEditorHeight" };
+const juce::Identifier lockedParameters { "lockedParams" };
+} // namespace attributes
+
+const juce::String lockedParametersSeparator = ";";
 } // namespace
 
-PluginProcessor::PluginProcessor (ProductInfo info, juce::AudioProcessorValueTreeState::ParameterLayout layout)
+PluginProcessor::PluginProcessor (ProductInfo info,
+                                  juce::AudioProcessorValueTreeState::ParameterLayout layout,
+                                  const PresetLocations& presetLocations,
+                                  const TreeHook& dataTreeHook,
+                                  const TreeHook& settingsTreeHook)
     : AudioProcessor (BusesProperties()
                           .withInput ("Input", juce::AudioChannelSet::stereo(), true)
                           .withOutput ("Output", juce::AudioChannelSet::stereo(), true))
-    , valueTreeState (*this, &undoManager, "PARAMS", std::move (layout))
+    , valueTreeState (*this, &undoManager, parametersType, std::move (layout))
     , productInfo (std::move (info))
+    , globalSettings (productInfo)
     , undoManager (maxUndoUnits, minUndoTransactions)
+    , presetsManager (*this, presetLocations)
 {
+    juce::NullCheckedInvocation::invoke (dataTreeHook, dataTree);
+    juce::NullCheckedInvocation::invoke (settingsTreeHook, settingsTree);
+}
+
+PluginProcessor::~PluginProcessor()
+{
+    for (const auto* parameter : getParameters())
+        if (const auto* withId = dynamic_cast<const juce::AudioProcessorParameterWithID*> (parameter))
+            valueTreeState.removeParameterListener (withId->paramID, this);
+}
+
+void PluginProcessor::initialise()
+{
+    for (const auto* parameter : getParameters())
+        if (const auto* withId = dynamic_cast<const juce::AudioProcessorParameterWithID*> (parameter))
+            valueTreeState.addParameterListener (withId->paramID, this);
 }
 
 const juce::String PluginProcessor::getName() const
@@ -43,6 +85,10 @@ void PluginProcessor::prepareToPlay (double sampleRate, int samplesPerBlock)
 void PluginProcessor::processBlock (juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi)
 {
     const juce::ScopedNoDenormals noDenormals;
+
+    if (resetPending.exchange (false))
+        reset();
+
     process (buffer, midi);
 }
 
@@ -71,6 +117,138 @@ const juce::String PluginProcessor::getProgramName (int index)
         return "Default";
 
     return {};
+}
+
+void PluginProcessor::getStateInformation (juce::MemoryBlock& destination)
+{
+    const auto xml = createStateXml (true);
+    xml->setAttribute (attributes::lockedParameters, lockedParameterIds.joinIntoString (lockedParametersSeparator));
+
+    if (auto lastPreset = createLastPresetXml (presetsManager))
+        xml->addChildElement (lastPreset.release());
+
+    copyXmlToBinary (*xml, destination);
+}
+
+void PluginProcessor::setStateInformation (const void* data, int sizeInBytes)
+{
+    restoringState = true;
+
+    if (const auto xml = parseStateChunk (data, sizeInBytes))
+        restoreProjectXml (*xml);
+
+    restoringState = false;
+}
+
+void PluginProcessor::restoreProjectXml (const juce::XmlElement& xml)
+{
+    const auto lastPreset = readLastPresetXml (xml, presetsManager.getLocations());
+
+    if (lastPreset.file.has_value())
+        presetsManager.setCurrentPresetFile (*lastPreset.file);
+
+    restoreStateXml (xml, true);
+
+    // The parameters that just moved have marked the preset as changed.
+    if (lastPreset.dirty.has_value())
+        presetsManager.setDirty (*lastPreset.dirty);
+
+    replaceLockedParameters (xml.getStringAttribute (attributes::lockedParameters));
+}
+
+void PluginProcessor::replaceLockedParameters (const juce::String& ids)
+{
+    lockedParameterIds = juce::StringArray::fromTokens (ids, lockedParametersSeparator, {});
+}
+
+std::unique_ptr<juce::XmlElement> PluginProcessor::createStateXml (bool includeEditorState)
+{
+    auto xml = std::make_unique<juce::XmlElement> (getStateElementName());
+    xml->setAttribute (attributes::version, getVersionString());
+
+    if (const auto parameters = valueTreeState.copyState(); parameters.isValid())
+        xml->addChildElement (parameters.createXml().release());
+
+    if (includeEditorState)
+    {
+        if (editorWidth > 0)
+            xml->setAttribute (attributes::editorWidth, editorWidth);
+
+        if (editorHeight > 0)
+            xml->setAttribute (attributes::editorHeight, editorHeight);
+
+        xml->addChildElement (settingsTree.createXml().release());
+    }
+
+    if (dataTree.getNumProperties() > 0 || dataTree.getNumChildren() > 0)
+        xml->addChildElement (dataTree.createXml().release());
+
+    return xml;
+}
+
+void PluginProcessor::restoreStateXml (const juce::XmlElement& xml, bool includeEditorState)
+{
+    if (xml.getTagName() != getStateElementName())
+        return;
+
+    if (includeEditorState)
+        setEditorSize (xml.getIntAttribute (attributes::editorWidth, -1),
+                       xml.getIntAttribute (attributes::editorHeight, -1));
+
+    restoreParameters (xml);
+
+    if (const auto* data = findChildElement (xml, dataTree.getType()))
+    {
+        const auto restored = treeFromXml (*data);
+        dataTreeRestored (restored);
+        mergeTree (restored, dataTree);
+    }
+
+    if (const auto* settings = findChildElement (xml, settingsTree.getType());
+        includeEditorState && settings != nullptr)
+    {
+        const auto restored = treeFromXml (*settings);
+        settingsTreeRestored (restored);
+        mergeTree (restored, settingsTree);
+    }
+
+    resetPending = true;
+}
+
+void PluginProcessor::restoreParameters (const juce::XmlElement& stateXml)
+{
+    const auto* parameters = findChildElement (stateXml, parametersType);
+
+    if (parameters == nullptr)
+        return;
+
+    const ParameterLocks locks (valueTreeState, lockedParameterIds);
+    applyParameterState (valueTreeState, *parameters);
+    locks.putBack();
+}
+
+std::unique_ptr<juce::XmlElement> PluginProcessor::createIdentityXml()
+{
+    auto xml = std::make_unique<juce::XmlElement> (getStateElementName());
+    xml->setAttribute (attributes::company, productInfo.company);
+    xml->setAttribute (attributes::version, getVersionString());
+    return xml;
+}
+
+void PluginProcessor::parameterChanged (const juce::String&, float)
+{
+    presetsManager.setDirty (true);
+}
+
+void PluginProcessor::setEditorSize (int width, int height) noexcept
+{
+    editorWidth = width;
+    editorHeight = height;
+}
+
+juce::String PluginProcessor::getStateElementName() const
+{
+    return getName().removeCharacters (" _-:");
 }
 
 juce::String PluginProcessor::getVersionString() const

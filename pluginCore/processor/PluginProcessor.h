@@ -1,6 +1,8 @@
 #pragma once
 
+#include "presets/PresetsManager.h"
 #include "processor/ProductInfo.h"
+#include "settings/PluginGlobalSettings.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 #include <juce_dsp/juce_dsp.h>
@@ -13,17 +15,37 @@ namespace cv::pluginCore
     One input and one output bus, mono or stereo, with equal channel counts where the product agrees;
     single precision only; one program without a name; no latency of its own making.
 
+    It owns what makes up a project's state: the parameters, two trees for whatever else a product
+    remembers (dataTree travels with presets and projects, settingsTree with projects only), the current
+    preset, the editor's size and the list of locked parameters, which presets leave alone.
+
     Threads: construction, destruction, prepareToPlay and createEditor are the host's, never at the
-    same time as a block; processBlock and processBlockBypassed are the audio thread's.
+    same time as a block; processBlock and processBlockBypassed are the audio thread's. State calls come on
+    any thread but that, also while it runs. They are not guarded against each other, nor against the
+    message thread's preset loads: parameters have a lock of their own, the rest follows the last caller.
 */
-class PluginProcessor : public juce::AudioProcessor
+class PluginProcessor : public juce::AudioProcessor, public juce::AudioProcessorValueTreeState::Listener
 {
 public:
-    /** Takes the product's facts and its parameters, which valueTreeState owns from here on.
-        Touches no display, no file and no network: hosts and build tools construct a processor
-        only to ask for its name.
+    /** Fills one of the trees that a product remembers things in. */
+    using TreeHook = std::function<void (juce::ValueTree&)>;
+
+    /** Takes the product's facts, its parameters, which valueTreeState owns from here on, and its preset
+        folders. The hooks may be empty; they get dataTree and settingsTree once all else is there.
+
+        Creates preset folders and reads the settings file, but touches no display and no network: hosts and
+        build tools construct a processor only to ask for its name.
     */
-    PluginProcessor (ProductInfo, juce::AudioProcessorValueTreeState::ParameterLayout);
+    PluginProcessor (ProductInfo,
+                     juce::AudioProcessorValueTreeState::ParameterLayout,
+                     const PresetLocations&,
+                     const TreeHook& dataTreeHook = {},
+                     const TreeHook& settingsTreeHook = {});
+
+    ~PluginProcessor() override;
+
+    /** Starts listening to the parameters. To be called once, right after construction. */
+    virtual void initialise();
 
     const juce::String getName() const override;
 
@@ -32,7 +54,9 @@ public:
     */
     void prepareToPlay (double sampleRate, int samplesPerBlock) override;
 
-    /** Flushes denormals and hands the block to process(). */
+    /** Flushes denormals, calls reset() if a state or a preset has been applied since the last block, and
+        hands the block to process().
+    */
     void processBlock (juce::AudioBuffer<float>&, juce::MidiBuffer&) override;
     using juce::AudioProcessor::processBlock;
 
@@ -66,11 +90,13 @@ public:
 
     void changeProgramName (int, const juce::String&) override {}
 
-    /** Writes nothing: a project opens with the parameter values that the host itself keeps. */
-    void getStateInformation (juce::MemoryBlock&) override {}
+    /** Writes the state as a project keeps it. */
+    void getStateInformation (juce::MemoryBlock&) override;
 
-    /** Reads nothing; the sound goes on undisturbed. */
-    void setStateInformation (const void*, int) override {}
+    /** Brings a project's state back. What is no state changes nothing, and the sound goes on undisturbed.
+        Locked parameters keep their values; only afterwards is the list of them replaced.
+    */
+    void setStateInformation (const void* data, int sizeInBytes) override;
 
     /** Where release notes and the latest version are asked for. */
     virtual juce::String getReleaseNotesUrl() const = 0;
@@ -94,6 +120,45 @@ public:
     /** "1.0.0", for a beta with " beta" behind it and a blank and the number where it has one. */
     juce::String getVersionString() const;
 
+    /** The state as an element named after the product: version, parameters, what dataTree holds and, for
+        a project, editor size and settingsTree. Any thread but the audio thread.
+    */
+    virtual std::unique_ptr<juce::XmlElement> createStateXml (bool includeEditorState);
+
+    /** Applies such an element, from whatever version. Another product's changes nothing; what it lacks of
+        parameters or trees stays as it is. Without includeEditorState, editor size and settingsTree
+        stay. Any thread but the audio thread.
+    */
+    virtual void restoreStateXml (const juce::XmlElement&, bool includeEditorState);
+
+    /** Gets what is about to be merged into dataTree; a product may convert it. */
+    virtual void dataTreeRestored (juce::ValueTree) {}
+
+    /** The same for settingsTree. */
+    virtual void settingsTreeRestored (juce::ValueTree) {}
+
+    /** An element named after the product that says whose and which version it is. */
+    virtual std::unique_ptr<juce::XmlElement> createIdentityXml();
+
+    /** Marks the preset as changed, whichever parameter moved. Any thread, lock-free. */
+    void parameterChanged (const juce::String& parameterId, float newValue) override;
+
+    juce::AudioProcessorValueTreeState& getValueTreeState() noexcept { return valueTreeState; }
+
+    juce::UndoManager& getUndoManager() noexcept { return undoManager; }
+
+    PresetsManager& getPresetsManager() noexcept { return presetsManager; }
+
+    PluginGlobalSettings& getGlobalSettings() noexcept { return globalSettings; }
+
+    /** The editor's last size in pixels, -1 where none is remembered. Any thread. */
+    int getEditorWidth() const noexcept { return editorWidth; }
+
+    int getEditorHeight() const noexcept { return editorHeight; }
+
+    /** Remembers the editor's size for the project. */
+    void setEditorSize (int width, int height) noexcept;
+
 protected:
     /** The product's part of prepareToPlay. May allocate; ignores a rate that is not above 0. */
     virtual void prepare (double sampleRate, int samplesPerBlock) = 0;
@@ -106,14 +171,39 @@ protected:
 
     juce::AudioProcessorValueTreeState valueTreeState;
 
+    /** What a product remembers beside its parameters, in presets and projects. Its type is "Data". */
+    juce::ValueTree dataTree { "Data" };
+
+    /** What a product remembers in projects only. Its type is "Settings". */
+    juce::ValueTree settingsTree { "Settings" };
+
 private:
+    /** The name of the state's element: the product's, without what an XML name can't hold. */
+    juce::String getStateElementName() const;
+
+    void restoreProjectXml (const juce::XmlElement&);
+    void restoreParameters (const juce::XmlElement& stateXml);
+    void replaceLockedParameters (const juce::String& ids);
+
     using BypassDelay = juce::dsp::DelayLine<float, juce::dsp::DelayLineInterpolationTypes::None>;
 
     const ProductInfo productInfo;
+    PluginGlobalSettings globalSettings;
     juce::UndoManager undoManager;
+    PresetsManager presetsManager;
+
+    std::atomic<int> editorWidth { -1 };
+    std::atomic<int> editorHeight { -1 };
+    juce::StringArray lockedParameterIds;
+
+    /** Raised by whatever replaces the state, taken by the next block. */
+    std::atomic<bool> resetPending { false };
 
     int bypassDelayCapacity = 0;
     std::unique_ptr<BypassDelay> bypassDelay;
+
+    /** True while a project's state is brought back. */
+    std::atomic<bool> restoringState { false };
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (PluginProcessor)
 };

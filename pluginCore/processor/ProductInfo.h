@@ -12,5 +12,8 @@ struct ProductInfo
 
     /** Three numbers with points between them, "1.0.0", without a mark for a beta. */
     juce::String version;
+
+    /** The maker; also the name of the folder that its products share. */
+    juce::String company;
 };
 } // namespace cv::pluginCore

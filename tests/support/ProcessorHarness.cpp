@@ -10,6 +10,7 @@ ProcessorHarness::ProcessorHarness (int numChannels)
     layout.inputBuses.add (set);
     layout.outputBuses.add (set);
 
+    processor.initialise();
     processor.setBusesLayout (layout);
     processor.setPlayHead (&playHead);
 }

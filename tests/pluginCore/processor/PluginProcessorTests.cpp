@@ -1,5 +1,8 @@
 #include "processor/PluginProcessor.h"
+
+#include "support/PresetSandbox.h"
 #include "support/Signals.h"
+#include "support/TestProduct.h"
 
 #include <gmock/gmock.h>
 
@@ -9,46 +12,9 @@ namespace
 {
 using cv::test::channelOf;
 using cv::test::noise;
+using cv::test::PresetSandbox;
+using cv::test::TestProduct;
 using cv::test::toBuffer;
-
-/** The smallest product there can be, with what a test wants to vary as plain members. */
-class TestProduct final : public PluginProcessor
-{
-public:
-    TestProduct() : PluginProcessor ({ "Test Product", "2.3.4" }, {}) {}
-
-    void releaseResources() override {}
-
-    double getTailLengthSeconds() const override { return 0.0; }
-
-    juce::String getReleaseNotesUrl() const override { return {}; }
-
-    juce::String getProductUrl() const override { return {}; }
-
-    int getReleaseYear() const override { return 0; }
-
-    bool isBetaBuild() const override { return beta; }
-
-    int getBetaNumber() const override { return betaNumber; }
-
-    bool beta = false;
-    int betaNumber = 0;
-    int maximumLatency = 0;
-    double preparedRate = 0.0;
-    bool denormalsWereFlushed = false;
-
-private:
-    void prepare (double sampleRate, int) override { preparedRate = sampleRate; }
-
-    int getMaximumLatencySamples (const juce::dsp::ProcessSpec&) override { return maximumLatency; }
-
-    void process (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&) override
-    {
-        volatile float smallest = std::numeric_limits<float>::min();
-        denormalsWereFlushed = juce::exactlyEqual (smallest * 0.5f, 0.0f);
-        buffer.applyGain (2.0f);
-    }
-};
 
 class PluginProcessorTest : public testing::Test
 {
@@ -67,7 +33,8 @@ protected:
         return channelOf (buffer, 1);
     }
 
-    TestProduct product;
+    const PresetSandbox sandbox;
+    TestProduct product { sandbox.getLocations() };
 };
 
 TEST_F (PluginProcessorTest, VersionStringMarksABeta)
@@ -100,7 +67,7 @@ TEST_F (PluginProcessorTest, ProgramHasANameUnderVst3Only)
     EXPECT_EQ (product.getProgramName (0), "");
 
     juce::AudioProcessor::setTypeOfNextNewPlugin (juce::AudioProcessor::wrapperType_VST3);
-    TestProduct wrapped;
+    TestProduct wrapped (sandbox.getLocations());
     juce::AudioProcessor::setTypeOfNextNewPlugin (juce::AudioProcessor::wrapperType_Undefined);
 
     EXPECT_EQ (wrapped.getProgramName (0), "Default");

@@ -1,0 +1,296 @@
+#include "support/PresetListenerLog.h"
+#include "support/PresetSandbox.h"
+#include "support/TestProduct.h"
+
+#include <gmock/gmock.h>
+
+namespace cv::pluginCore
+{
+namespace
+{
+using cv::test::PresetListenerLog;
+using cv::test::PresetSandbox;
+using cv::test::TestProduct;
+
+juce::MemoryBlock saveProject (TestProduct& product)
+{
+    juce::MemoryBlock chunk;
+    product.getStateInformation (chunk);
+    return chunk;
+}
+
+juce::String textOf (const juce::MemoryBlock& chunk)
+{
+    const auto xml = juce::AudioProcessor::getXmlFromBinary (chunk.getData(), (int) chunk.getSize());
+    return xml->toString (juce::XmlElement::TextFormat().singleLine().withoutHeader());
+}
+
+void openProject (TestProduct& product, const juce::MemoryBlock& chunk)
+{
+    product.setStateInformation (chunk.getData(), (int) chunk.getSize());
+}
+
+/** Opens a project that holds just this text. */
+void openProject (TestProduct& product, const juce::String& text)
+{
+    juce::MemoryBlock chunk;
+    juce::AudioProcessor::copyXmlToBinary (*juce::parseXML (text), chunk);
+    openProject (product, chunk);
+}
+
+class ProjectStateTest : public testing::Test
+{
+protected:
+    ProjectStateTest() { product.initialise(); }
+
+    const PresetLocations& locations() const { return sandbox.getLocations(); }
+
+    juce::File makeCurrent (const juce::File& file)
+    {
+        product.getPresetsManager().savePreset (file, false);
+        return file;
+    }
+
+    juce::String lastPresetXml()
+    {
+        return textOf (saveProject (product))
+            .fromFirstOccurrenceOf ("<lastPreset", true, false)
+            .upToFirstOccurrenceOf ("/>", true, false);
+    }
+
+    const PresetSandbox sandbox;
+    TestProduct product { sandbox.getLocations() };
+    PresetListenerLog log { product.getPresetsManager() };
+};
+
+TEST_F (ProjectStateTest, OfAFreshInstanceHasNoPresetAndNoSize)
+{
+    EXPECT_EQ (textOf (saveProject (product)),
+               "<TestProduct version=\"2.3.4\" lockedParams=\"\"><PARAMS><PARAM id=\"level\" value=\"50.0\"/>"
+               "<PARAM id=\"time\" value=\"100.0\"/></PARAMS><Settings/></TestProduct>");
+}
+
+TEST_F (ProjectStateTest, HasAllPartsInTheirOrder)
+{
+    product.setEditorSize (400, 300);
+    product.dataTree.setProperty ("d", 1, nullptr);
+    makeCurrent (locations().userFolder.getChildFile ("a.test"));
+    openProject (product, textOf (saveProject (product)).replace ("lockedParams=\"\"", "lockedParams=\"level;time\""));
+
+    EXPECT_EQ (textOf (saveProject (product)),
+               "<TestProduct version=\"2.3.4\" pluginEditorWidth=\"400\" pluginEditorHeight=\"300\" "
+               "lockedParams=\"level;time\">"
+               "<PARAMS><PARAM id=\"level\" value=\"50.0\"/><PARAM id=\"time\" value=\"100.0\"/></PARAMS>"
+               "<Settings/><Data d=\"1\"/><lastPreset root=\"USER\" path=\"a.test\" "
+               "dirty=\"0\"/></TestProduct>");
+}
+
+TEST_F (ProjectStateTest, RemembersThePresetByBankAndPath)
+{
+    makeCurrent (locations().factoryFolder.getChildFile ("a.test"));
+    EXPECT_EQ (lastPresetXml(), "<lastPreset root=\"FACTORY\" path=\"a.test\" dirty=\"0\"/>");
+
+    makeCurrent (locations().designerFolder.getChildFile ("Ada/b.test"));
+    product.set ("level", 10.0f);
+    EXPECT_EQ (lastPresetXml(), "<lastPreset root=\"DESIGNER\" path=\"Ada/b.test\" dirty=\"1\"/>");
+
+    makeCurrent (sandbox.getFile ("elsewhere.test"));
+    EXPECT_EQ (lastPresetXml(), "<lastPreset path=\"\" dirty=\"0\"/>");
+}
+
+TEST_F (ProjectStateTest, FindsThePresetInAnotherUsersFolders)
+{
+    makeCurrent (locations().userFolder.getChildFile (juce::String::fromUTF8 ("sub/d\xc3\xa9j\xc3\xa0 & vu.test")));
+    const auto chunk = saveProject (product);
+
+    const PresetSandbox otherHome;
+    TestProduct another (otherHome.getLocations());
+    another.initialise();
+    openProject (another, chunk);
+    EXPECT_EQ (
+        another.getPresetsManager().getCurrentPresetFile(),
+        otherHome.getLocations().userFolder.getChildFile (juce::String::fromUTF8 ("sub/d\xc3\xa9j\xc3\xa0 & vu.test")));
+    EXPECT_FALSE (another.getPresetsManager().isDirty());
+}
+
+TEST_F (ProjectStateTest, PresetsNameMayBeginWithATilde)
+{
+    for (const auto& name : { juce::String ("~a.test"), "~" + juce::String::repeatedString ("z", 300) })
+    {
+        const auto file = makeCurrent (locations().userFolder.getChildFile ("./" + name));
+        const auto chunk = saveProject (product);
+        product.getPresetsManager().setCurrentPresetFile ({});
+        openProject (product, chunk);
+
+        EXPECT_EQ (product.getPresetsManager().getCurrentPresetFile(), file);
+        EXPECT_EQ (saveProject (product), chunk);
+    }
+}
+
+TEST_F (ProjectStateTest, PresetWithoutAKnownBankKeepsTheCurrentOne)
+{
+    const auto current = makeCurrent (locations().userFolder.getChildFile ("a.test"));
+
+    for (const auto* root : { "", "root='user'", "root='OTHER'", "root=''" })
+        openProject (product,
+                     "<TestProduct><lastPreset " + juce::String (root) + " path='b.test' dirty='1'/></TestProduct>");
+
+    EXPECT_EQ (product.getPresetsManager().getCurrentPresetFile(), current);
+    EXPECT_TRUE (product.getPresetsManager().isDirty());
+}
+
+TEST_F (ProjectStateTest, PresetThatNoLongerExistsStaysCurrentByName)
+{
+    openProject (product, "<TestProduct><lastPreset root='FACTORY' path='gone.test' dirty='0'/></TestProduct>");
+    EXPECT_EQ (product.getPresetsManager().getCurrentPresetFile(),
+               locations().factoryFolder.getChildFile ("gone.test"));
+}
+
+TEST_F (ProjectStateTest, DirtyProjectComesBackDirtyThoughNoParameterMoves)
+{
+    openProject (product, "<TestProduct><lastPreset root='USER' path='a.test' dirty='1'/></TestProduct>");
+    EXPECT_TRUE (product.getPresetsManager().isDirty());
+    EXPECT_EQ (log.takeEvents(), "dirty");
+}
+
+TEST_F (ProjectStateTest, CleanProjectComesBackCleanThoughParametersMove)
+{
+    openProject (product, "<TestProduct><PARAMS><PARAM id='level' value='10'/><PARAM id='time' value='20'/></PARAMS>"
+                          "<lastPreset root='USER' path='a.test' dirty='0'/></TestProduct>");
+    EXPECT_FALSE (product.getPresetsManager().isDirty());
+    EXPECT_EQ (log.takeEvents(), "dirty, clean");
+}
+
+TEST_F (ProjectStateTest, MarkIsReadByItsFirstLetter)
+{
+    const auto dirtyAfter = [this] (const juce::String& value)
+    {
+        product.getPresetsManager().setDirty (value == "0" || value == "false" || value.isEmpty());
+        openProject (product, "<TestProduct><lastPreset dirty='" + value + "'/></TestProduct>");
+        return product.getPresetsManager().isDirty();
+    };
+
+    for (const auto* value : { "1", "true", "T", "yes", "Y", "10" })
+        EXPECT_TRUE (dirtyAfter (value)) << value;
+
+    for (const auto* value : { "0", "false", "2", "" })
+        EXPECT_FALSE (dirtyAfter (value)) << value;
+}
+
+TEST_F (ProjectStateTest, WithoutAMarkTheParametersDecide)
+{
+    openProject (
+        product,
+        "<TestProduct><PARAMS><PARAM id='level' value='50'/><PARAM id='time' value='100'/></PARAMS></TestProduct>");
+    EXPECT_EQ (log.takeEvents(), "");
+
+    openProject (
+        product,
+        "<TestProduct><PARAMS><PARAM id='level' value='10'/></PARAMS><lastPreset root='USER' path='a'/></TestProduct>");
+    EXPECT_EQ (log.takeEvents(), "dirty");
+}
+
+TEST_F (ProjectStateTest, LocksHoldFromTheNextStateOn)
+{
+    product.set ("level", 1.0f);
+    openProject (product,
+                 "<TestProduct lockedParams='level'><PARAMS><PARAM id='level' value='10'/></PARAMS></TestProduct>");
+    EXPECT_EQ (product.get ("level"), 10.0f);
+
+    openProject (product,
+                 "<TestProduct lockedParams='time'><PARAMS><PARAM id='level' value='20'/><PARAM id='time' value='30'/>"
+                 "</PARAMS></TestProduct>");
+    EXPECT_EQ (product.get ("level"), 10.0f);
+    EXPECT_EQ (product.get ("time"), 30.0f);
+
+    openProject (
+        product,
+        "<TestProduct><PARAMS><PARAM id='level' value='40'/><PARAM id='time' value='50'/></PARAMS></TestProduct>");
+    EXPECT_EQ (product.get ("level"), 40.0f);
+    EXPECT_EQ (product.get ("time"), 30.0f);
+    EXPECT_TRUE (textOf (saveProject (product)).contains ("lockedParams=\"\""));
+}
+
+TEST_F (ProjectStateTest, LockedParametersSurvivePresets)
+{
+    const auto preset = makeCurrent (locations().userFolder.getChildFile ("a.test"));
+    openProject (
+        product,
+        "<TestProduct lockedParams='level;time'><PARAMS><PARAM id='level' value='10'/><PARAM id='time' value='20'/>"
+        "</PARAMS></TestProduct>");
+    product.getPresetsManager().loadPreset (preset);
+
+    EXPECT_EQ (product.get ("level"), 10.0f);
+    EXPECT_EQ (product.get ("time"), 20.0f);
+}
+
+TEST_F (ProjectStateTest, OfAnotherProductStillSetsPresetMarkAndLocks)
+{
+    openProject (product,
+                 "<Other pluginEditorWidth='9' lockedParams='level'><PARAMS><PARAM id='level' value='10'/></PARAMS>"
+                 "<lastPreset root='USER' path='a.test' dirty='1'/></Other>");
+
+    EXPECT_EQ (product.get ("level"), 50.0f);
+    EXPECT_EQ (product.getEditorWidth(), -1);
+    EXPECT_EQ (product.getPresetsManager().getCurrentPresetFile(), locations().userFolder.getChildFile ("a.test"));
+    EXPECT_TRUE (product.getPresetsManager().isDirty());
+    EXPECT_TRUE (textOf (saveProject (product)).contains ("lockedParams=\"level\""));
+}
+
+TEST_F (ProjectStateTest, WhatDoesNotParseChangesNothing)
+{
+    makeCurrent (locations().userFolder.getChildFile ("a.test"));
+    product.set ("level", 10.0f);
+    product.setEditorSize (400, 300);
+    const auto before = saveProject (product);
+    log.takeEvents();
+
+    auto cut = before;
+    cut.setSize (before.getSize() - 10);
+    openProject (product, cut);
+    product.setStateInformation ("VC2!\0\0\0\0", 9);
+    product.setStateInformation (nullptr, 0);
+
+    EXPECT_EQ (saveProject (product), before);
+    EXPECT_EQ (log.takeEvents(), "");
+    product.processOneBlock();
+    EXPECT_EQ (product.numResets, 0);
+}
+
+TEST_F (ProjectStateTest, NeverOpenedEditorIsForgottenOnRestore)
+{
+    const auto chunk = saveProject (product);
+    product.setEditorSize (400, 300);
+    openProject (product, chunk);
+
+    EXPECT_EQ (product.getEditorWidth(), -1);
+    EXPECT_EQ (product.getEditorHeight(), -1);
+}
+
+TEST_F (ProjectStateTest, PresetIsAProjectWithoutTheRest)
+{
+    product.setEditorSize (400, 300);
+    const auto preset = makeCurrent (locations().userFolder.getChildFile ("a.test"));
+    product.set ("level", 10.0f);
+    openProject (product, preset.loadFileAsString());
+
+    EXPECT_EQ (product.get ("level"), 50.0f);
+    EXPECT_EQ (product.getEditorWidth(), -1);
+    EXPECT_EQ (product.getPresetsManager().getCurrentPresetFile(), preset);
+}
+
+TEST_F (ProjectStateTest, IsThereWithoutAudioAndAfterManyRestores)
+{
+    product.set ("level", 10.0f);
+    const auto chunk = saveProject (product);
+
+    for (auto i = 0; i < 3; ++i)
+        openProject (product, chunk);
+
+    EXPECT_EQ (saveProject (product), chunk);
+    product.processOneBlock();
+    product.processOneBlock();
+    EXPECT_EQ (product.numResets, 1);
+}
+} // namespace
+} // namespace cv::pluginCore

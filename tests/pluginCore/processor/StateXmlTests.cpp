@@ -1,0 +1,320 @@
+#include "state/XmlText.h"
+#include "support/PresetListenerLog.h"
+#include "support/PresetSandbox.h"
+#include "support/TestProduct.h"
+
+#include <gmock/gmock.h>
+
+namespace cv::pluginCore
+{
+namespace
+{
+using cv::test::PresetSandbox;
+using cv::test::TestProduct;
+
+juce::String textOf (const juce::XmlElement& xml)
+{
+    return xml.toString (juce::XmlElement::TextFormat().singleLine().withoutHeader());
+}
+
+/** Counts the gestures of a parameter and notes its values. */
+class GestureLog final : public juce::AudioProcessorParameter::Listener
+{
+public:
+    explicit GestureLog (juce::AudioProcessorParameter& parameterToWatch) : parameter (parameterToWatch)
+    {
+        parameter.addListener (this);
+    }
+
+    ~GestureLog() override { parameter.removeListener (this); }
+
+    juce::StringArray events;
+
+private:
+    void parameterValueChanged (int, float value) override { events.add (juce::String (value, 2)); }
+
+    void parameterGestureChanged (int, bool starts) override { events.add (starts ? "begin" : "end"); }
+
+    juce::AudioProcessorParameter& parameter;
+};
+
+class StateXmlTest : public testing::Test
+{
+protected:
+    StateXmlTest() { product.initialise(); }
+
+    juce::String presetXml() { return textOf (*product.createStateXml (false)); }
+
+    juce::String projectXml() { return textOf (*product.createStateXml (true)); }
+
+    void restore (const juce::String& text, bool includeEditorState = false)
+    {
+        product.restoreStateXml (*parseXmlText (text), includeEditorState);
+    }
+
+    /** Locks parameters the way a project does. */
+    void lock (const juce::String& ids)
+    {
+        auto xml = product.createStateXml (true);
+        xml->setAttribute ("lockedParams", ids);
+        juce::MemoryBlock chunk;
+        juce::AudioProcessor::copyXmlToBinary (*xml, chunk);
+        product.setStateInformation (chunk.getData(), (int) chunk.getSize());
+    }
+
+    int resetsTaken()
+    {
+        product.numResets = 0;
+        product.processOneBlock();
+        product.processOneBlock();
+        return product.numResets;
+    }
+
+    const PresetSandbox sandbox;
+    TestProduct product { sandbox.getLocations() };
+};
+
+TEST_F (StateXmlTest, PresetHoldsVersionAndParameters)
+{
+    product.set ("level", 12.5f);
+    EXPECT_EQ (presetXml(), "<TestProduct version=\"2.3.4\"><PARAMS><PARAM id=\"level\" value=\"12.5\"/>"
+                            "<PARAM id=\"time\" value=\"100.0\"/></PARAMS></TestProduct>");
+}
+
+TEST_F (StateXmlTest, PresetFileIsUtf8WithCarriageReturns)
+{
+    const auto file = sandbox.getFile ("a.test");
+    product.getPresetsManager().savePreset (file, false);
+
+    EXPECT_EQ (file.loadFileAsString(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n\r\n"
+                                        "<TestProduct version=\"2.3.4\">\r\n  <PARAMS>\r\n"
+                                        "    <PARAM id=\"level\" value=\"50.0\"/>\r\n"
+                                        "    <PARAM id=\"time\" value=\"100.0\"/>\r\n"
+                                        "  </PARAMS>\r\n</TestProduct>\r\n");
+}
+
+TEST_F (StateXmlTest, VersionMarksABeta)
+{
+    product.beta = true;
+    product.betaNumber = 4;
+    EXPECT_TRUE (presetXml().startsWith ("<TestProduct version=\"2.3.4 beta 4\">"));
+    EXPECT_EQ (textOf (*product.createIdentityXml()), "<TestProduct company=\"Test Maker\" version=\"2.3.4 beta 4\"/>");
+}
+
+TEST_F (StateXmlTest, PresetLeavesOutWhatOnlyAProjectNeeds)
+{
+    product.setEditorSize (400, 300);
+    product.settingsTree.setProperty ("s", 1, nullptr);
+    product.dataTree.appendChild (juce::ValueTree ("d"), nullptr);
+    lock ("level");
+
+    for (const auto* word : { "pluginEditor", "Settings", "lockedParams", "lastPreset" })
+        EXPECT_FALSE (presetXml().contains (word)) << word;
+
+    EXPECT_TRUE (presetXml().endsWith ("</PARAMS><Data><d/></Data></TestProduct>"));
+}
+
+TEST_F (StateXmlTest, ProjectHoldsSizeAndSettingsBeforeData)
+{
+    EXPECT_TRUE (projectXml().startsWith ("<TestProduct version=\"2.3.4\"><PARAMS>"));
+    EXPECT_TRUE (projectXml().endsWith ("</PARAMS><Settings/></TestProduct>"));
+
+    product.setEditorSize (400, 0);
+    product.dataTree.setProperty ("d", "x", nullptr);
+    EXPECT_TRUE (projectXml().startsWith ("<TestProduct version=\"2.3.4\" pluginEditorWidth=\"400\"><PARAMS>"));
+    EXPECT_TRUE (projectXml().endsWith ("</PARAMS><Settings/><Data d=\"x\"/></TestProduct>"));
+
+    product.setEditorSize (400, 300);
+    EXPECT_TRUE (projectXml().startsWith (
+        "<TestProduct version=\"2.3.4\" pluginEditorWidth=\"400\" pluginEditorHeight=\"300\"><PARAMS>"));
+}
+
+TEST_F (StateXmlTest, HooksFillTheTreesLast)
+{
+    juce::String order;
+    const TestProduct another (
+        sandbox.getLocations(),
+        [&] (juce::ValueTree& tree)
+        {
+            order << tree.getType().toString() << ' ';
+            tree.setProperty ("a", 1, nullptr);
+        },
+        [&] (juce::ValueTree& tree) { order << tree.getType().toString(); });
+
+    EXPECT_EQ (order, "Data Settings");
+    EXPECT_EQ ((int) another.dataTree["a"], 1);
+}
+
+TEST_F (StateXmlTest, RoundTripBringsEverythingBack)
+{
+    product.set ("level", 12.5f);
+    product.set ("time", 333.25f);
+    product.setEditorSize (400, 300);
+    product.dataTree.setProperty ("d", "x", nullptr);
+    product.settingsTree.setProperty ("s", "y", nullptr);
+    const auto saved = product.createStateXml (true);
+
+    TestProduct another (sandbox.getLocations());
+    another.restoreStateXml (*saved, true);
+    EXPECT_EQ (another.get ("level"), 12.5f);
+    EXPECT_EQ (another.get ("time"), 333.25f);
+    EXPECT_EQ (another.getEditorWidth(), 400);
+    EXPECT_EQ (another.getEditorHeight(), 300);
+    EXPECT_EQ (another.dataTree["d"].toString(), "x");
+    EXPECT_EQ (another.settingsTree["s"].toString(), "y");
+}
+
+TEST_F (StateXmlTest, AnotherTagDoesNothingAtAll)
+{
+    for (const auto* text : { "<testproduct/>", "<Other><PARAMS><PARAM id='level' value='1'/></PARAMS></Other>" })
+        restore (text, true);
+
+    EXPECT_EQ (product.get ("level"), 50.0f);
+    EXPECT_EQ (resetsTaken(), 0);
+}
+
+TEST_F (StateXmlTest, EmptyStateChangesNothingButResetsOnce)
+{
+    product.set ("level", 10.0f);
+    product.dataTree.setProperty ("d", 1, nullptr);
+    const auto before = presetXml();
+    restore ("<TestProduct/>");
+
+    EXPECT_EQ (presetXml(), before);
+    EXPECT_EQ (resetsTaken(), 1);
+}
+
+TEST_F (StateXmlTest, ManyRestoresBetweenTwoBlocksResetOnce)
+{
+    for (auto i = 0; i < 5; ++i)
+        restore ("<TestProduct/>");
+
+    EXPECT_EQ (resetsTaken(), 1);
+    EXPECT_EQ (resetsTaken(), 0);
+}
+
+TEST_F (StateXmlTest, WithoutParametersUndoHistoryAndLocksStay)
+{
+    product.getUndoManager().beginNewTransaction();
+    product.set ("level", 10.0f);
+    product.getValueTreeState().copyState();
+    restore ("<TestProduct><params><PARAM id='level' value='1'/></params><Data d='1'/></TestProduct>");
+
+    EXPECT_EQ (product.get ("level"), 10.0f);
+    EXPECT_TRUE (product.getUndoManager().canUndo());
+    EXPECT_EQ (product.dataTree["d"].toString(), "1");
+}
+
+TEST_F (StateXmlTest, MissingParameterTakesItsDefaultAndIsSavedWithIt)
+{
+    product.set ("level", 10.0f);
+    product.set ("time", 20.0f);
+    restore ("<TestProduct><PARAMS><PARAM id='time' value='30'/></PARAMS></TestProduct>");
+    EXPECT_EQ (product.get ("level"), 50.0f);
+    EXPECT_EQ (product.get ("time"), 30.0f);
+
+    restore ("<TestProduct><PARAMS/></TestProduct>");
+    restore ("<TestProduct><PARAMS><PARAM id='time'/></PARAMS></TestProduct>");
+    EXPECT_EQ (product.get ("time"), 100.0f);
+    EXPECT_THAT (presetXml().toStdString(), testing::HasSubstr ("<PARAM id=\"level\" value=\"50.0\"/>"));
+    EXPECT_THAT (presetXml().toStdString(), testing::HasSubstr ("<PARAM id=\"time\" value=\"100.0\"/>"));
+}
+
+TEST_F (StateXmlTest, UnknownThingsAreIgnored)
+{
+    restore ("<TestProduct version='99' extra='1'><More/><PARAMS><PARAM id='other' value='1'/><PARAM value='2'/>"
+             "<PARAM id='level' value='10'/></PARAMS></TestProduct>");
+
+    EXPECT_EQ (product.get ("level"), 10.0f);
+    EXPECT_FALSE (presetXml().contains ("More"));
+    EXPECT_FALSE (presetXml().contains ("extra"));
+}
+
+TEST_F (StateXmlTest, ValuesStayWithinTheirRange)
+{
+    const auto levelFrom = [this] (const juce::String& value)
+    {
+        product.set ("level", 10.0f);
+        restore ("<TestProduct><PARAMS><PARAM id='level' value='" + value + "'/></PARAMS></TestProduct>");
+        return product.get ("level");
+    };
+
+    EXPECT_EQ (levelFrom ("100.5"), 100.0f);
+    EXPECT_EQ (levelFrom ("-1"), 0.0f);
+    EXPECT_EQ (levelFrom ("1e300"), 100.0f);
+    EXPECT_EQ (levelFrom ("-1e999"), 0.0f);
+    EXPECT_EQ (levelFrom ("inf"), 100.0f);
+    EXPECT_EQ (levelFrom ("nan"), 50.0f);
+    EXPECT_EQ (levelFrom ("text"), 0.0f);
+    EXPECT_EQ (levelFrom ("12.5 %"), 12.5f);
+}
+
+TEST_F (StateXmlTest, LoadLeavesEditorSizeAndSettingsAlone)
+{
+    product.setEditorSize (400, 300);
+    product.settingsTree.setProperty ("s", "old", nullptr);
+    restore ("<TestProduct pluginEditorWidth='1' pluginEditorHeight='2'><Settings s='new'/></TestProduct>", false);
+
+    EXPECT_EQ (product.getEditorWidth(), 400);
+    EXPECT_EQ (product.getEditorHeight(), 300);
+    EXPECT_EQ (product.settingsTree["s"].toString(), "old");
+}
+
+TEST_F (StateXmlTest, ProjectWithoutASizeForgetsIt)
+{
+    product.setEditorSize (400, 300);
+    restore ("<TestProduct pluginEditorHeight='500'/>", true);
+
+    EXPECT_EQ (product.getEditorWidth(), -1);
+    EXPECT_EQ (product.getEditorHeight(), 500);
+}
+
+TEST_F (StateXmlTest, HooksMayChangeWhatIsMerged)
+{
+    product.dataTree.setProperty ("old", 1, nullptr);
+    const auto dataTree = product.dataTree;
+    restore ("<TestProduct><Data convert='1'/><Settings convert='2'/></TestProduct>", true);
+
+    EXPECT_EQ (product.restoredTrees.joinIntoString (" "), "<Data convert=\"1\"/> <Settings convert=\"2\"/>");
+    EXPECT_EQ (dataTree.toXmlString (juce::XmlElement::TextFormat().singleLine().withoutHeader()),
+               "<Data convert=\"1\" converted=\"1\"/>");
+    EXPECT_EQ ((int) product.settingsTree["converted"], 1);
+
+    restore ("<TestProduct><Settings/></TestProduct>", false);
+    EXPECT_EQ (product.restoredTrees.size(), 2);
+    EXPECT_EQ (product.dataTree["convert"].toString(), "1");
+}
+
+TEST_F (StateXmlTest, LockedParametersKeepTheirValue)
+{
+    product.set ("level", 10.0f);
+    product.set ("time", 20.0f);
+    lock ("nobody;level;;level");
+    GestureLog level (*product.getValueTreeState().getParameter ("level"));
+    GestureLog time (*product.getValueTreeState().getParameter ("time"));
+    restore (
+        "<TestProduct><PARAMS><PARAM id='level' value='30'/><PARAM id='time' value='1000'/></PARAMS></TestProduct>");
+
+    EXPECT_EQ (product.get ("level"), 10.0f);
+    EXPECT_EQ (product.get ("time"), 1000.0f);
+    EXPECT_EQ (level.events.joinIntoString (" "), "0.30 begin 0.10 end begin 0.10 end");
+    EXPECT_EQ (time.events.joinIntoString (" "), "1.00");
+}
+
+TEST_F (StateXmlTest, WithoutLocksNoGestureIsSent)
+{
+    GestureLog level (*product.getValueTreeState().getParameter ("level"));
+    restore ("<TestProduct><PARAMS><PARAM id='level' value='30'/></PARAMS></TestProduct>");
+    EXPECT_EQ (level.events.joinIntoString (" "), "0.30");
+}
+
+TEST_F (StateXmlTest, ElementNameLeavesOutWhatXmlCannotHold)
+{
+    const auto elementName = [this] (const juce::String& name)
+    { return TestProduct (sandbox.getLocations(), {}, {}, name).createStateXml (false)->getTagName(); };
+
+    EXPECT_EQ (elementName ("A b_C-d"), "AbCd");
+    EXPECT_EQ (elementName ("Plain"), "Plain");
+}
+} // namespace
+} // namespace cv::pluginCore

@@ -120,6 +120,9 @@ const std::vector<Option>& getOptions()
               line.outputName = text;
           } },
         { "--plugin", true, [] (auto& line, auto& text) { line.plugin = toFile (text); } },
+        { "--preset", true, [] (auto& line, auto& text) { line.preset = toFile (text); } },
+        { "--load-state", true, [] (auto& line, auto& text) { line.stateToLoad = toFile (text); } },
+        { "--save-state", true, [] (auto& line, auto& text) { line.stateToSave = toFile (text); } },
         { "--set", true, [] (auto& line, auto& text) { line.settings.push_back (splitAssignment ("--set", text)); } },
         { "--automate", true, [] (auto& line, auto& text) { line.automation.push_back (parseAutomation (text)); } },
         { "--tail", true, [] (auto& line, auto& text) { line.tailSeconds = parseTail (text); } },
@@ -197,6 +200,12 @@ void checkRenderFiles (const CommandLine& line, const juce::StringArray& inputs)
         throw UsageError ("--bits 32f is for WAV files; FLAC holds 16 or 24 bits");
 }
 
+/** Without any audio file, a state can still be made from presets and settings. */
+bool asksForStateAlone (const CommandLine& line, const juce::StringArray& inputs)
+{
+    return line.stateToSave.has_value() && inputs.isEmpty() && line.output == juce::File() && line.automation.empty();
+}
+
 void checkAutomation (const CommandLine& line)
 {
     for (auto lane = line.automation.begin(); lane != line.automation.end(); ++lane)
@@ -247,6 +256,12 @@ CommandLine CommandLine::parse (const juce::StringArray& arguments)
     if (line.action == Action::listParameters)
         return line;
 
+    if (asksForStateAlone (line, inputs))
+    {
+        line.action = Action::saveState;
+        return line;
+    }
+
     checkRenderFiles (line, inputs);
     checkAutomation (line);
     line.input = toFile (inputs[0]);
@@ -258,15 +273,19 @@ juce::String CommandLine::getHelp()
     return R"(Renders an audio file through a VST3 plug-in.
 
   varlo-render INPUT -o OUTPUT [options]
+  varlo-render --save-state FILE [options]
   varlo-render --list [--plugin PATH]
 
 INPUT is a WAV, AIFF or FLAC file, mono or stereo; OUTPUT ends in .wav or .flac.
 
   -o OUTPUT             where the result goes; an existing file is replaced at the end
   --plugin PATH         the VST3 bundle (default: Varlo.vst3 beside this program, then in ~/.vst3)
+  --load-state FILE     starts from a state that --save-state has written
+  --preset FILE         starts from a preset file, .cvpreset; after --load-state where both are given
   --set NAME=VALUE      a parameter's value as the plug-in shows it: Delay=375, "Feedback=60 %"
   --automate NAME=SECONDS:VALUE,SECONDS:VALUE...
                         straight lines between these points, heard in steps of one block
+  --save-state FILE     writes the plug-in's state, as projects keep it, at the end
   --tail SECONDS        how much is rendered after the input's end, 0 to 3600 (default: 5)
   --block N             samples per block, 1 to 65536 (default: 512)
   --rate HZ             the rate to render at, 8000 to 384000 (default: the input's)

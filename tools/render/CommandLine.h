@@ -41,6 +41,7 @@ struct CommandLine
     enum class Action
     {
         render,
+        saveState,
         listParameters,
         showHelp,
         showVersion
@@ -57,8 +58,15 @@ struct CommandLine
     /** None: the default bundle. */
     std::optional<juce::File> plugin;
 
+    /** What the plug-in starts from, before the settings: a state, a preset or, in this order, both. */
+    std::optional<juce::File> stateToLoad;
+    std::optional<juce::File> preset;
+
     std::vector<Setting> settings;
     std::vector<AutomationSetting> automation;
+
+    /** Where the plug-in's state goes at the end. */
+    std::optional<juce::File> stateToSave;
 
     double tailSeconds = 5.0;
     int blockLength = 512;

@@ -20,7 +20,10 @@ void installSignalHandlers()
 {
     for (const auto signal : { SIGINT, SIGTERM, SIGHUP })
         std::signal (signal, handleSignal);
+}
 
+void turnWriteSignalsIntoErrors()
+{
     for (const auto signal : { SIGPIPE, SIGXFSZ })
         std::signal (signal, SIG_IGN);
 }

@@ -2,11 +2,13 @@
 
 namespace cv::render
 {
-/** From here on SIGINT, SIGTERM and SIGHUP only raise a flag, so that nothing half-written stays behind,
-    and a full disk or a closed pipe is an error of the write instead of the end of the process. Call
-    once.
+/** From here on SIGINT, SIGTERM and SIGHUP only raise a flag, so that nothing half-written stays behind.
+    Call once.
 */
 void installSignalHandlers();
+
+/** From here on a full disk or a closed pipe is an error of the write instead of the end of the process. */
+void turnWriteSignalsIntoErrors();
 
 /** Throws RenderError when one of these signals has come. Any thread. */
 void throwIfInterrupted();

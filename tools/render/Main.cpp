@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 #include "Interruption.h"
 #include "ParameterTable.h"
+#include "PluginState.h"
 #include "RenderError.h"
 #include "Renderer.h"
 
@@ -12,6 +13,12 @@ namespace
 {
 void applySettings (const PluginHost& host, const CommandLine& line)
 {
+    if (line.stateToLoad)
+        PluginState::fromFile (*line.stateToLoad, host).applyTo (host);
+
+    if (line.preset)
+        PluginState::fromPreset (*line.preset, host).applyTo (host);
+
     for (const auto& setting : line.settings)
     {
         const auto text = host.getParameter (setting.parameter);
@@ -84,12 +91,22 @@ void render (const CommandLine& line)
         output.commit();
     }
 
+    if (line.stateToSave)
+        PluginState::of (host).write (*line.stateToSave);
+
     if (line.quiet)
         return;
 
     const auto renderSeconds = (juce::Time::getMillisecondCounterHiRes() - start) / 1000.0;
     printSummary (line, input, (double) renderer.getOutputLength() / input.getSampleRate(), renderSeconds);
     printClipping (output);
+}
+
+void saveState (const CommandLine& line)
+{
+    const PluginHost host (line.plugin);
+    applySettings (host, line);
+    PluginState::of (host).write (*line.stateToSave);
 }
 
 void run (const CommandLine& line)
@@ -104,6 +121,9 @@ void run (const CommandLine& line)
             break;
         case CommandLine::Action::listParameters:
             std::cout << makeParameterTable (PluginHost (line.plugin).getInstance());
+            break;
+        case CommandLine::Action::saveState:
+            saveState (line);
             break;
         case CommandLine::Action::render:
             render (line);
@@ -133,6 +153,8 @@ int printError (const juce::String& message, int exitCode)
 int main (int argc, char** argv)
 {
     using namespace cv::render;
+
+    turnWriteSignalsIntoErrors();
 
     try
     {

@@ -1,0 +1,124 @@
+#include "PluginState.h"
+
+#include "RenderError.h"
+
+#include "state/StateChunk.h"
+#include "state/XmlText.h"
+
+namespace cv::render
+{
+namespace
+{
+/** JUCE keeps a VST3's state as XML, each part in a child of its own. */
+const juce::String componentElement = "IComponent";
+
+constexpr juce::uint32 bytesAroundText = 9;
+
+std::unique_ptr<juce::XmlElement> getHostState (const PluginHost& host)
+{
+    juce::MemoryBlock data;
+    host.getInstance().getStateInformation (data);
+    auto xml = juce::AudioProcessor::getXmlFromBinary (data.getData(), (int) data.getSize());
+
+    if (xml == nullptr || xml->getChildByName (componentElement) == nullptr)
+        throw RenderError (host.getInstance().getName() + " gives no state");
+
+    return xml;
+}
+
+std::unique_ptr<juce::XmlElement> parse (const juce::MemoryBlock& chunk)
+{
+    return pluginCore::parseStateChunk (chunk.getData(), (int) chunk.getSize());
+}
+
+void checkExists (const juce::File& file)
+{
+    if (! file.existsAsFile())
+        throw RenderError ((file.isDirectory() ? "is a folder, not a file: " : "no such file: ")
+                           + file.getFullPathName());
+}
+
+/** States name the plug-in that they belong to in their outermost element. */
+void checkBelongsTo (const juce::XmlElement& xml,
+                     const juce::File& file,
+                     const PluginHost& host,
+                     const juce::MemoryBlock& presentState)
+{
+    const auto own = parse (presentState);
+
+    if (own != nullptr && own->getTagName() != xml.getTagName())
+        throw RenderError (file.getFullPathName() + " is not for " + host.getInstance().getName() + " but for "
+                           + xml.getTagName());
+}
+} // namespace
+
+PluginState PluginState::of (const PluginHost& host)
+{
+    juce::MemoryBlock chunk;
+    chunk.fromBase64Encoding (getHostState (host)->getChildByName (componentElement)->getAllSubText());
+
+    // JUCE's client writes its own things behind the chunk, the state of its bypass switch for one.
+    if (parse (chunk) != nullptr)
+        chunk.setSize (juce::jmin (chunk.getSize(),
+                                   (size_t) juce::ByteOrder::littleEndianInt (chunk.begin() + 4) + bytesAroundText));
+
+    return PluginState (std::move (chunk));
+}
+
+PluginState PluginState::fromFile (const juce::File& file, const PluginHost& host)
+{
+    checkExists (file);
+    juce::MemoryBlock chunk;
+
+    if (! file.loadFileAsData (chunk))
+        throw RenderError ("can't be read: " + file.getFullPathName());
+
+    const auto xml = parse (chunk);
+
+    if (xml == nullptr)
+        throw RenderError ("not a saved state: " + file.getFullPathName());
+
+    checkBelongsTo (*xml, file, host, of (host).chunk);
+    return PluginState (std::move (chunk));
+}
+
+PluginState PluginState::fromPreset (const juce::File& file, const PluginHost& host)
+{
+    checkExists (file);
+    const auto xml = pluginCore::parseXmlFile (file);
+
+    if (xml == nullptr)
+        throw RenderError ("not a preset: " + file.getFullPathName());
+
+    checkBelongsTo (*xml, file, host, of (host).chunk);
+    juce::MemoryBlock chunk;
+    juce::AudioProcessor::copyXmlToBinary (*xml, chunk);
+    return PluginState (std::move (chunk));
+}
+
+void PluginState::applyTo (const PluginHost& host) const
+{
+    const auto xml = getHostState (host);
+    auto* component = xml->getChildByName (componentElement);
+    component->deleteAllTextElements();
+    component->addTextElement (chunk.toBase64Encoding());
+
+    juce::MemoryBlock data;
+    juce::AudioProcessor::copyXmlToBinary (*xml, data);
+    host.getInstance().setStateInformation (data.getData(), (int) data.getSize());
+}
+
+void PluginState::write (const juce::File& file) const
+{
+    const juce::TemporaryFile temporary (file);
+    {
+        juce::FileOutputStream stream (temporary.getFile());
+        stream << chunk;
+    }
+
+    const auto isComplete = temporary.getFile().getSize() == (juce::int64) chunk.getSize();
+
+    if (! isComplete || ! temporary.overwriteTargetFileWithTemporary())
+        throw RenderError ("can't write " + file.getFullPathName());
+}
+} // namespace cv::render

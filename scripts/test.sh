@@ -10,8 +10,9 @@ usage() {
 usage: $command_name [--no-install] [PRESET...]
 
 Builds the plug-in, its tools and its tests and runs the tests, once for each of the presets
-release, debug and asan that is named; for release when none is. Installs the Debian or Ubuntu
-packages that this lacks.
+release, debug, asan and tsan that is named; for release when none is. tsan, the thread sanitizer,
+builds and runs only what several threads take part in. Installs the Debian or Ubuntu packages that
+this lacks.
 
   --no-install   install no packages: list what lacks and stop
   -h, --help     show this text
@@ -25,9 +26,9 @@ for argument in "$@"; do
     case $argument in
         --no-install) install=no ;;
         -h|--help) usage; exit 0 ;;
-        release|debug|asan) presets+=("$argument") ;;
+        release|debug|asan|tsan) presets+=("$argument") ;;
         -*) echo "$command_name: unknown option '$argument' (see --help)" >&2; exit 2 ;;
-        *) echo "$command_name: unknown preset '$argument' (release, debug or asan)" >&2; exit 2 ;;
+        *) echo "$command_name: unknown preset '$argument' (release, debug, asan or tsan)" >&2; exit 2 ;;
     esac
 done
 

@@ -76,6 +76,7 @@ void AudioPluginAudioProcessor::prepare (double sampleRate, int samplesPerBlock)
         return;
 
     transportWatch.prepare (samplesPerBlock);
+    fftProcessor.prepareToPlay (sampleRate);
     engine.prepare (sampleRate, samplesPerBlock, parameters.getValues());
 }
 

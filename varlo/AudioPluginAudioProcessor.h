@@ -3,6 +3,7 @@
 #include "dsp/DelayEngine.h"
 #include "parameters/Parameters.h"
 #include "processor/PluginProcessor.h"
+#include "spectrum/FFTProcessor.h"
 #include "transport/TransportWatch.h"
 
 namespace cv::varlo
@@ -33,6 +34,9 @@ public:
     /** One line for the about panel: "v1.0.0 - VST3 (x64)". */
     juce::String getVersionDisplayText() const override;
 
+    /** Where a picture of the output comes from, for the whole life of the plug-in. */
+    FFTProcessor& getFFTProcessor() noexcept { return fftProcessor; }
+
 protected:
     void prepare (double sampleRate, int samplesPerBlock) override;
 
@@ -45,6 +49,7 @@ private:
     TransportWatch transportWatch;
     const Parameters parameters;
     DelayEngine engine;
+    FFTProcessor fftProcessor; // last, so that its thread ends before anything else goes
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (AudioPluginAudioProcessor)
 };

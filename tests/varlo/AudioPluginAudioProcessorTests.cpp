@@ -253,6 +253,31 @@ TEST (AudioPluginAudioProcessor, MakesAndDeletesItsEditor)
     harness.processor.editorBeingDeleted (editor.get());
 }
 
+TEST (AudioPluginAudioProcessor, AnalysisThreadRunsFromConstructionAndHearsOfTheRate)
+{
+    AudioPluginAudioProcessor processor;
+    auto& fftProcessor = processor.getFFTProcessor();
+    EXPECT_TRUE (fftProcessor.isThreadRunning());
+    EXPECT_EQ (fftProcessor.sampleRate.load(), 44100.0);
+
+    processor.prepareToPlay (48000.0, 512);
+    EXPECT_EQ (fftProcessor.sampleRate.load(), 48000.0);
+
+    processor.prepareToPlay (0.0, 512);
+    EXPECT_EQ (fftProcessor.sampleRate.load(), 48000.0);
+}
+
+TEST (AudioPluginAudioProcessor, EndsWithinASecondWhileItsAnalysisThreadWaits)
+{
+    auto processor = std::make_unique<AudioPluginAudioProcessor>();
+    processor->prepareToPlay (48000.0, 512);
+    juce::Thread::sleep (20); // time to start waiting
+
+    const auto start = juce::Time::getMillisecondCounterHiRes();
+    processor.reset();
+    EXPECT_LT (juce::Time::getMillisecondCounterHiRes() - start, 500.0);
+}
+
 TEST (AudioPluginAudioProcessor, RunsOnAHundredInstances)
 {
     std::vector<std::unique_ptr<AudioPluginAudioProcessor>> instances;

@@ -1,0 +1,71 @@
+#include "spectrum/FFTProcessor.h"
+
+namespace cv::varlo
+{
+namespace
+{
+constexpr int stopTimeoutMilliseconds = 1000;
+constexpr int hopSamples = SpectrumAnalyser::hopSamples;
+} // namespace
+
+FFTProcessor::FFTProcessor() : Thread ("fft")
+{
+    startThread (Priority::highest);
+}
+
+FFTProcessor::~FFTProcessor()
+{
+    masterReference.clear();
+    stopThread (stopTimeoutMilliseconds);
+}
+
+void FFTProcessor::prepareToPlay (double newSampleRate)
+{
+    if (juce::approximatelyEqual (newSampleRate, sampleRate.load()))
+        return;
+
+    sampleRate = newSampleRate;
+
+    // By the time the message arrives the plug-in may be gone.
+    juce::MessageManager::callAsync (
+        [self = juce::WeakReference (this)]
+        {
+            if (self != nullptr && self->onSampleRateChanged)
+                self->onSampleRateChanged (self->sampleRate);
+        });
+}
+
+void FFTProcessor::pushAudio (const float* samples, int numSamples) noexcept
+{
+    audioFifo.pushOverwriting (samples, numSamples);
+
+    if (audioFifo.getNumReady() >= hopSamples)
+        notify();
+}
+
+void FFTProcessor::run()
+{
+    std::array<float, hopSamples> hop {};
+
+    while (! threadShouldExit())
+    {
+        wait (-1);
+
+        if (threadShouldExit())
+            return;
+
+        while (audioFifo.pop (hop.data(), hopSamples))
+            pushFrame (analyser.analyse (hop.data()));
+    }
+}
+
+void FFTProcessor::pushFrame (const float* magnitudes) noexcept
+{
+    // A reader that is overtaken at the very moment of its finishing can set the queue's index to
+    // somewhere within a frame, and would find no frame's beginning from then on.
+    if (spectrumFifo.getNumReady() % numBins != 0)
+        spectrumFifo.dropAll();
+
+    spectrumFifo.pushOverwriting (magnitudes, numBins);
+}
+} // namespace cv::varlo

@@ -1,106 +1,96 @@
 #include "support/AudioThreadWatch.h"
 
-#include <pthread.h>
+#include <execinfo.h>
 
-#include <cstddef>
+#include <algorithm>
+#include <cstdlib>
+#include <sstream>
+#include <utility>
 
 namespace cv::test
 {
 namespace
 {
-thread_local bool watching = false;
-thread_local int allocations = 0;
-thread_local int locks = 0;
+thread_local AudioThreadWatch* current = nullptr;
 
-void noteAllocation() noexcept
+/** Taking down the callers may itself use what is watched. */
+thread_local bool noting = false;
+
+void loadWhatBacktraceNeeds()
 {
-    if (watching)
-        ++allocations;
+    std::array<void*, 1> callers {};
+    backtrace (callers.data(), (int) callers.size());
 }
 } // namespace
 
-AudioThreadWatch::AudioThreadWatch() noexcept
+std::string AudioThreadCall::describe() const
 {
-    allocations = 0;
-    locks = 0;
-    watching = true;
+    std::ostringstream text;
+    text << function;
+
+    if (numBytes > 0)
+        text << " of " << numBytes << " bytes";
+
+    if (object != nullptr)
+        text << " at " << object;
+
+    if (auto** names = backtrace_symbols (callers.data(), numCallers))
+    {
+        for (int i = 0; i < numCallers; ++i)
+            text << "\n    " << names[i];
+
+        std::free (names);
+    }
+
+    return text.str();
 }
 
-AudioThreadWatch::~AudioThreadWatch() noexcept
+AudioThreadWatch::AudioThreadWatch() noexcept : outer (current)
 {
-    watching = false;
+    loadWhatBacktraceNeeds();
+    current = this;
 }
 
-int AudioThreadWatch::numAllocations() const noexcept
+void AudioThreadWatch::stop() noexcept
 {
-    return allocations;
+    if (std::exchange (watching, false))
+        current = outer;
 }
 
-int AudioThreadWatch::numLocks() const noexcept
+std::span<const AudioThreadCall> AudioThreadWatch::getCalls() const noexcept
 {
-    return locks;
+    return { calls.data(), (std::size_t) std::min (numCalls, maxCalls) };
 }
 
-// The linker's --wrap sends every call of NAME to __wrap_NAME and __real_NAME to the original.
-extern "C"
+void AudioThreadWatch::note (AudioThreadCall::Kind kind,
+                             const char* function,
+                             const void* object,
+                             std::size_t numBytes) noexcept
 {
-    void* __real_malloc (std::size_t);
-    void* __real_calloc (std::size_t, std::size_t);
-    void* __real_realloc (void*, std::size_t);
-    void __real_free (void*);
-    void* __real__Znwm (std::size_t);
-    void __real__ZdlPv (void*);
-    void __real__ZdlPvm (void*, std::size_t);
-    int __real_pthread_mutex_lock (pthread_mutex_t*);
+    if (current == nullptr || noting)
+        return;
 
-    void* __wrap_malloc (std::size_t size)
+    noting = true;
+    current->add (kind, function, object, numBytes);
+    noting = false;
+}
+
+void AudioThreadWatch::add (AudioThreadCall::Kind kind,
+                            const char* function,
+                            const void* object,
+                            std::size_t numBytes) noexcept
+{
+    if (numCalls < maxCalls)
     {
-        noteAllocation();
-        return __real_malloc (size);
+        auto& call = calls[(std::size_t) numCalls];
+        call.kind = kind;
+        call.function = function;
+        call.object = object;
+        call.numBytes = numBytes;
+        call.numCallers = backtrace (call.callers.data(), (int) call.callers.size());
     }
 
-    void* __wrap_calloc (std::size_t count, std::size_t size)
-    {
-        noteAllocation();
-        return __real_calloc (count, size);
-    }
-
-    void* __wrap_realloc (void* memory, std::size_t size)
-    {
-        noteAllocation();
-        return __real_realloc (memory, size);
-    }
-
-    void __wrap_free (void* memory)
-    {
-        noteAllocation();
-        __real_free (memory);
-    }
-
-    void* __wrap__Znwm (std::size_t size)
-    {
-        noteAllocation();
-        return __real__Znwm (size);
-    }
-
-    void __wrap__ZdlPv (void* memory)
-    {
-        noteAllocation();
-        __real__ZdlPv (memory);
-    }
-
-    void __wrap__ZdlPvm (void* memory, std::size_t size)
-    {
-        noteAllocation();
-        __real__ZdlPvm (memory, size);
-    }
-
-    int __wrap_pthread_mutex_lock (pthread_mutex_t* mutex)
-    {
-        if (watching)
-            ++locks;
-
-        return __real_pthread_mutex_lock (mutex);
-    }
+    ++numCalls;
+    numHeapCalls += kind == AudioThreadCall::Kind::wait ? 0 : 1;
 }
 } // namespace cv::test

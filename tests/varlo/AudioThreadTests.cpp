@@ -1,20 +1,19 @@
-#include "support/AudioThreadWatch.h"
+#include "support/GuardedProcessor.h"
 #include "support/ProcessorHarness.h"
 #include "support/Signals.h"
 
-#include <gmock/gmock.h>
-
-#include <mutex>
+#include <gtest/gtest-spi.h>
+#include <gtest/gtest.h>
 
 namespace cv::varlo
 {
 namespace
 {
-using cv::test::AudioThreadWatch;
 using cv::test::FakePlayHead;
-using cv::test::noise;
+using cv::test::GuardedProcessor;
+using cv::test::makeNoise;
+using cv::test::makeSilence;
 using cv::test::ProcessorHarness;
-using cv::test::toBuffer;
 
 constexpr int blockSize = 512;
 
@@ -25,83 +24,147 @@ void moveAllParameters (ProcessorHarness& harness, juce::Random& random)
         parameter->setValueNotifyingHost (random.nextFloat());
 }
 
-TEST (AudioThreadWatch, CountsWhatItIsMeantToCount)
+/** Anything from no sample to several thousand, short ones as often as long ones. */
+int randomBlockSize (juce::Random& random)
 {
-    const auto countsDuring = [] (const std::function<void()>& work)
-    {
-        const AudioThreadWatch watch;
-        work();
-        return std::pair { watch.numAllocations(), watch.numLocks() };
-    };
-
-    std::mutex mutex;
-    juce::AudioBuffer<float> buffer;
-    std::vector<float> vector;
-
-    EXPECT_EQ (countsDuring ([] {}), std::pair (0, 0));
-    EXPECT_EQ (countsDuring ([&] { mutex.lock(); }), std::pair (0, 1));
-    mutex.unlock();
-
-    EXPECT_GT (countsDuring ([&] { buffer.setSize (2, 100); }).first, 0);
-    EXPECT_GT (countsDuring ([&] { vector.resize (100); }).first, 0);
-    EXPECT_GT (countsDuring ([&] { vector = std::vector<float>(); }).first, 0);
+    const auto limit = 1 << random.nextInt (14);
+    return random.nextInt (limit);
 }
 
-TEST (AudioThread, ProcessBlockAllocatesNothingAndLocksNothing)
+void runUnderGuard (int numChannels, double seconds)
 {
-    ProcessorHarness harness;
-    harness.prepare (44100.0, blockSize);
-    juce::MidiBuffer midi;
-    juce::Random random (1);
-    const auto input = toBuffer ({ noise (blockSize, 1, 4.0f), noise (blockSize, 2, 4.0f) });
-    auto buffer = input;
-    harness.processor.processBlock (buffer, midi); // makes room for the dry signal
+    ProcessorHarness harness (numChannels);
+    GuardedProcessor guarded (harness.processor);
+    juce::Random random (numChannels);
+    const auto input = makeNoise (numChannels, 8192, 4.0f);
+    juce::int64 time = 0;
+    auto numAllocations = 0;
 
-    for (int block = 0; block < 500; ++block)
+    for (const auto sampleRate : { 44100.0, 96000.0, 8000.0, 192000.0 })
     {
-        moveAllParameters (harness, random);
-        harness.playHead.position = FakePlayHead::playingAt (block % 100 == 0 ? 0 : block * blockSize);
-        buffer = input;
+        harness.prepare (sampleRate, blockSize);
 
-        const AudioThreadWatch watch;
-        harness.processor.processBlock (buffer, midi);
-        ASSERT_EQ (watch.numAllocations(), 0) << block;
-        ASSERT_EQ (watch.numLocks(), 0) << block;
+        for (int done = 0; done < (int) (seconds * sampleRate / 4.0);)
+        {
+            const auto numSamples = randomBlockSize (random);
+            juce::AudioBuffer<float> buffer (numChannels, numSamples);
+
+            for (int channel = 0; channel < numChannels; ++channel)
+                buffer.copyFrom (channel, 0, input, channel, 0, numSamples);
+
+            moveAllParameters (harness, random);
+            time = random.nextInt (50) == 0 ? 0 : time + numSamples;
+            harness.playHead.position = FakePlayHead::playingAt (time);
+
+            guarded.processBlock (buffer);
+            ASSERT_FALSE (testing::Test::HasFailure()) << sampleRate << ' ' << done << ' ' << numSamples;
+            numAllocations += guarded.hasAllocated() ? 1 : 0;
+            done += numSamples;
+        }
     }
+
+    EXPECT_GT (numAllocations, 1);
+}
+
+TEST (AudioThread, StereoKeepsToItsRulesForAMinute)
+{
+    runUnderGuard (2, 60.0);
+}
+
+TEST (AudioThread, MonoKeepsToItsRules)
+{
+    runUnderGuard (1, 10.0);
 }
 
 TEST (AudioThread, OnlyALongerBlockThanAnyBeforeMakesRoomForTheDrySignal)
 {
     ProcessorHarness harness;
+    GuardedProcessor guarded (harness.processor);
     harness.prepare (44100.0, blockSize);
-    juce::MidiBuffer midi;
 
-    const auto allocationsOf = [&] (int numSamples)
+    const auto allocatesFor = [&] (int numSamples)
     {
-        juce::AudioBuffer<float> buffer (2, numSamples);
-        const AudioThreadWatch watch;
-        harness.processor.processBlock (buffer, midi);
-        return watch.numAllocations();
+        auto buffer = makeSilence (2, numSamples);
+        guarded.processBlock (buffer);
+        return guarded.hasAllocated();
     };
 
-    EXPECT_GT (allocationsOf (blockSize), 0);
-    EXPECT_EQ (allocationsOf (17), 0);
-    EXPECT_EQ (allocationsOf (blockSize), 0);
-    EXPECT_GT (allocationsOf (2 * blockSize), 0);
-    EXPECT_EQ (allocationsOf (2 * blockSize), 0);
+    EXPECT_TRUE (allocatesFor (blockSize));
+    EXPECT_FALSE (allocatesFor (17));
+    EXPECT_FALSE (allocatesFor (blockSize));
+    EXPECT_TRUE (allocatesFor (2 * blockSize));
+    EXPECT_FALSE (allocatesFor (2 * blockSize));
+
+    harness.prepare (48000.0, 4 * blockSize);
+    EXPECT_FALSE (allocatesFor (2 * blockSize));
+    EXPECT_TRUE (allocatesFor (4 * blockSize));
 }
 
-TEST (AudioThread, BypassedBlockAllocatesNothingAndLocksNothing)
+TEST (AudioThread, BypassedBlockKeepsToTheRulesWithoutException)
 {
     ProcessorHarness harness;
+    GuardedProcessor guarded (harness.processor);
     harness.prepare (44100.0, blockSize);
-    juce::MidiBuffer midi;
-    juce::AudioBuffer<float> buffer (2, blockSize);
 
-    const AudioThreadWatch watch;
-    harness.processor.processBlockBypassed (buffer, midi);
-    EXPECT_EQ (watch.numAllocations(), 0);
-    EXPECT_EQ (watch.numLocks(), 0);
+    auto buffer = makeNoise (2, blockSize, 1.0f);
+    guarded.processBlockBypassed (buffer);
+}
+
+/** A host's play head that does what it should not. */
+class AllocatingPlayHead final : public juce::AudioPlayHead
+{
+public:
+    explicit AllocatingPlayHead (size_t bytesToAllocate) : numBytes (bytesToAllocate) {}
+
+    juce::Optional<PositionInfo> getPosition() const override
+    {
+        void* volatile memory = std::malloc (numBytes);
+        std::free (memory);
+        return {};
+    }
+
+private:
+    const size_t numBytes;
+};
+
+/** One block under guard, in which a play head allocates besides. */
+void processWithAllocatingPlayHead (size_t numBytes, int numSamples, int numBlocksBefore)
+{
+    ProcessorHarness harness;
+    GuardedProcessor guarded (harness.processor);
+    harness.prepare (44100.0, blockSize);
+
+    for (int i = 0; i < numBlocksBefore; ++i)
+    {
+        auto buffer = makeSilence (2, numSamples);
+        guarded.processBlock (buffer);
+    }
+
+    AllocatingPlayHead playHead (numBytes);
+    harness.processor.setPlayHead (&playHead);
+    auto buffer = makeSilence (2, numSamples);
+    guarded.processBlock (buffer);
+}
+
+int numFailuresOf (size_t numBytes, int numSamples, int numBlocksBefore)
+{
+    testing::TestPartResultArray results;
+    {
+        const testing::ScopedFakeTestPartResultReporter reporter (
+            testing::ScopedFakeTestPartResultReporter::INTERCEPT_ONLY_CURRENT_THREAD, &results);
+        processWithAllocatingPlayHead (numBytes, numSamples, numBlocksBefore);
+    }
+    return results.size();
+}
+
+TEST (AudioThread, GuardAcceptsTheDrySignalsMemoryAndNoOther)
+{
+    constexpr auto bytesOfBlock = (size_t) (2 * blockSize) * sizeof (float);
+
+    EXPECT_EQ (numFailuresOf (bytesOfBlock / 2, blockSize, 0), 2); // the wrong size, and its release
+    EXPECT_EQ (numFailuresOf (2 * bytesOfBlock, blockSize, 0), 2);
+    EXPECT_EQ (numFailuresOf (bytesOfBlock, blockSize, 0), 1); // takes the place of the right one
+    EXPECT_EQ (numFailuresOf (bytesOfBlock, blockSize, 1), 2); // not in a block of the same length
 }
 } // namespace
 } // namespace cv::varlo

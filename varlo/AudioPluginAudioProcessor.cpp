@@ -98,5 +98,8 @@ void AudioPluginAudioProcessor::process (juce::AudioBuffer<float>& buffer, juce:
 
     engine.setParameters (parameters.getValues());
     engine.process (buffer);
+
+    if (const auto* mono = engine.mixToMono (buffer))
+        fftProcessor.pushAudio (mono, buffer.getNumSamples());
 }
 } // namespace cv::varlo

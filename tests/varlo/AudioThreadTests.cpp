@@ -38,7 +38,7 @@ void runUnderGuard (int numChannels, double seconds)
     juce::Random random (numChannels);
     const auto input = makeNoise (numChannels, 8192, 4.0f);
     juce::int64 time = 0;
-    auto numAllocations = 0;
+    auto numAllocations = 0, numWakings = 0;
 
     for (const auto sampleRate : { 44100.0, 96000.0, 8000.0, 192000.0 })
     {
@@ -59,11 +59,13 @@ void runUnderGuard (int numChannels, double seconds)
             guarded.processBlock (buffer);
             ASSERT_FALSE (testing::Test::HasFailure()) << sampleRate << ' ' << done << ' ' << numSamples;
             numAllocations += guarded.hasAllocated() ? 1 : 0;
+            numWakings += guarded.hasWokenAnalysis() ? 1 : 0;
             done += numSamples;
         }
     }
 
     EXPECT_GT (numAllocations, 1);
+    EXPECT_GT (numWakings, 1);
 }
 
 TEST (AudioThread, StereoKeepsToItsRulesForAMinute)
@@ -110,6 +112,32 @@ TEST (AudioThread, BypassedBlockKeepsToTheRulesWithoutException)
     guarded.processBlockBypassed (buffer);
 }
 
+TEST (AudioThread, OnlyWakesTheAnalysisWhenThereIsEnoughForAFrame)
+{
+    ProcessorHarness harness;
+    GuardedProcessor guarded (harness.processor);
+    harness.prepare (44100.0, blockSize);
+    ASSERT_TRUE (harness.processor.getFFTProcessor().stopThread (10000)); // takes nothing from the queue
+
+    const auto wakesFor = [&] (int numSamples)
+    {
+        auto buffer = makeSilence (2, numSamples);
+        guarded.processBlock (buffer);
+        return guarded.hasWokenAnalysis();
+    };
+
+    EXPECT_FALSE (wakesFor (500));
+    EXPECT_FALSE (wakesFor (11));
+    EXPECT_FALSE (wakesFor (0));
+    EXPECT_TRUE (wakesFor (1));
+    EXPECT_TRUE (wakesFor (1));
+
+    std::array<float, 512> taken {};
+    ASSERT_TRUE (harness.processor.getFFTProcessor().audioFifo.pop (taken.data(), 512));
+    EXPECT_FALSE (wakesFor (510));
+    EXPECT_TRUE (wakesFor (1000));
+}
+
 /** A host's play head that does what it should not. */
 class AllocatingPlayHead final : public juce::AudioPlayHead
 {
@@ -146,15 +174,41 @@ void processWithAllocatingPlayHead (size_t numBytes, int numSamples, int numBloc
     guarded.processBlock (buffer);
 }
 
-int numFailuresOf (size_t numBytes, int numSamples, int numBlocksBefore)
+/** A host's play head that does nothing but lock. */
+class LockingPlayHead final : public juce::AudioPlayHead
+{
+public:
+    explicit LockingPlayHead (const FFTProcessor* processorToWake) : processor (processorToWake) {}
+
+    juce::Optional<PositionInfo> getPosition() const override
+    {
+        if (processor != nullptr)
+            processor->notify();
+        else
+            event.signal();
+
+        return {};
+    }
+
+private:
+    const FFTProcessor* const processor;
+    const juce::WaitableEvent event;
+};
+
+int numFailuresOf (const std::function<void()>& work)
 {
     testing::TestPartResultArray results;
     {
         const testing::ScopedFakeTestPartResultReporter reporter (
             testing::ScopedFakeTestPartResultReporter::INTERCEPT_ONLY_CURRENT_THREAD, &results);
-        processWithAllocatingPlayHead (numBytes, numSamples, numBlocksBefore);
+        work();
     }
     return results.size();
+}
+
+int numFailuresOf (size_t numBytes, int numSamples, int numBlocksBefore)
+{
+    return numFailuresOf ([=] { processWithAllocatingPlayHead (numBytes, numSamples, numBlocksBefore); });
 }
 
 TEST (AudioThread, GuardAcceptsTheDrySignalsMemoryAndNoOther)
@@ -165,6 +219,28 @@ TEST (AudioThread, GuardAcceptsTheDrySignalsMemoryAndNoOther)
     EXPECT_EQ (numFailuresOf (2 * bytesOfBlock, blockSize, 0), 2);
     EXPECT_EQ (numFailuresOf (bytesOfBlock, blockSize, 0), 1); // takes the place of the right one
     EXPECT_EQ (numFailuresOf (bytesOfBlock, blockSize, 1), 2); // not in a block of the same length
+}
+
+TEST (AudioThread, GuardAcceptsOneWakingAndNoOtherLock)
+{
+    const auto numFailuresWith = [] (bool wakesAnalysis, int numSamples)
+    {
+        ProcessorHarness harness;
+        GuardedProcessor guarded (harness.processor);
+        harness.prepare (44100.0, blockSize);
+        LockingPlayHead playHead (wakesAnalysis ? &harness.processor.getFFTProcessor() : nullptr);
+        harness.processor.setPlayHead (&playHead);
+        return numFailuresOf (
+            [&]
+            {
+                auto buffer = makeSilence (2, numSamples);
+                guarded.processBlock (buffer);
+            });
+    };
+
+    EXPECT_EQ (numFailuresWith (false, 512), 1); // another event
+    EXPECT_EQ (numFailuresWith (true, 512), 1);  // twice
+    EXPECT_EQ (numFailuresWith (true, 511), 1);  // too early
 }
 } // namespace
 } // namespace cv::varlo

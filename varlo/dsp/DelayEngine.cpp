@@ -103,4 +103,22 @@ void DelayEngine::process (juce::AudioBuffer<float>& buffer)
 
     guardOutput (buffer);
 }
+
+const float* DelayEngine::mixToMono (const juce::AudioBuffer<float>& processed) noexcept
+{
+    const auto numChannels = processed.getNumChannels();
+    const auto numSamples = processed.getNumSamples();
+
+    if (numChannels < 2)
+        return numChannels == 1 ? processed.getReadPointer (0) : nullptr;
+
+    dryBuffer.setNotClear();
+    dryBuffer.copyFrom (0, 0, processed, 0, 0, numSamples);
+
+    for (int channel = 1; channel < numChannels; ++channel)
+        dryBuffer.addFrom (0, 0, processed, channel, 0, numSamples);
+
+    dryBuffer.applyGain (0, 0, numSamples, 1.0f / (float) numChannels);
+    return dryBuffer.getReadPointer (0);
+}
 } // namespace cv::varlo

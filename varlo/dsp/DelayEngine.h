@@ -45,10 +45,15 @@ public:
     /** Works in place on one or two channels. prepare() has to have been called. */
     void process (juce::AudioBuffer<float>&);
 
+    /** The mean over the channels of the block that process() has just worked on; the only channel of a
+        mono block as it stands there. Null without channels. Valid until the next process().
+    */
+    const float* mixToMono (const juce::AudioBuffer<float>& processed) noexcept;
+
 private:
     juce::SmoothedValue<float> dryGain;
     juce::SmoothedValue<float> wetGain;
-    juce::AudioBuffer<float> dryBuffer;
+    juce::AudioBuffer<float> dryBuffer; // once a block is done, scratch of its size
     DegradeStage degradeStage;
     std::array<DelayChannel, maxChannels> delayChannels;
     FeedbackConditioner feedbackConditioner;

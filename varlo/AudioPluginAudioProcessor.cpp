@@ -16,7 +16,6 @@ void copyFirstChannelToExtraOutputs (juce::AudioBuffer<float>& buffer, int numIn
         buffer.copyFrom (channel, 0, buffer, 0, 0, buffer.getNumSamples());
 }
 
-const juce::String makersWebSite = "https://corvane.example";
 const juce::String presetExtension = ".cvpreset";
 
 pluginCore::ProductInfo getProductInfo()
@@ -50,12 +49,12 @@ bool AudioPluginAudioProcessor::isBusesLayoutSupported (const BusesLayout& layou
 
 juce::String AudioPluginAudioProcessor::getReleaseNotesUrl() const
 {
-    return makersWebSite + "/releaseNotes/varlo";
+    return VARLO_MAKERS_WEB_SITE "/releaseNotes/varlo";
 }
 
 juce::String AudioPluginAudioProcessor::getProductUrl() const
 {
-    return makersWebSite + "/product/varlo";
+    return VARLO_MAKERS_WEB_SITE "/product/varlo";
 }
 
 juce::String AudioPluginAudioProcessor::getVersionDisplayText() const

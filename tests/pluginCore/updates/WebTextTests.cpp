@@ -1,0 +1,220 @@
+#include "updates/WebText.h"
+
+#include "support/HttpServer.h"
+#include "support/MessageLoop.h"
+#include "support/StuckAddresses.h"
+#include "updates/BackgroundThreads.h"
+
+#include <gmock/gmock.h>
+
+namespace cv::pluginCore
+{
+namespace
+{
+using cv::test::HttpReply;
+using cv::test::HttpServer;
+using cv::test::runMessageLoopUntil;
+using cv::test::StuckNameLookup;
+
+using Manner = HttpReply::Manner;
+
+/** Far below any time limit of the network, and enough on a machine that is busy with other things. */
+constexpr double promptMilliseconds = 1000.0;
+
+std::optional<juce::String> read (const juce::URL& url)
+{
+    return readWebText (url, [] { return true; });
+}
+
+juce::String repeat (const juce::String& text, int numBytes)
+{
+    return juce::String::repeatedString (text, numBytes / (int) text.getNumBytesAsUTF8());
+}
+
+bool waitUntilBackgroundIsQuiet()
+{
+    return runMessageLoopUntil ([] { return BackgroundThreads::getNumRunning() == 0; });
+}
+
+class WebTextTest : public testing::Test
+{
+protected:
+    std::optional<juce::String> readReply (const HttpReply& reply)
+    {
+        server.setReply ("/page", reply);
+        return read (server.getUrl ("/page"));
+    }
+
+    HttpServer server;
+};
+
+TEST_F (WebTextTest, IsTheBodyAsItStands)
+{
+    for (const auto* body : { "", "text", " \r\n text; with \"quotes\"\n\n", "\xc3\xa9t\xc3\xa9 \xe2\x82\xac" })
+        EXPECT_EQ (readReply (HttpReply::page (juce::String::fromUTF8 (body))), juce::String::fromUTF8 (body));
+}
+
+TEST_F (WebTextTest, SendsAPlainGet)
+{
+    readReply (HttpReply::page ("text"));
+
+    ASSERT_EQ (server.getRequests().size(), 1);
+    const auto lines = juce::StringArray::fromLines (server.getRequests()[0]);
+
+    EXPECT_EQ (lines[0], "GET /page HTTP/1.1");
+
+    std::vector<juce::String> names;
+
+    for (auto i = 1; lines[i].isNotEmpty(); ++i)
+        names.push_back (lines[i].upToFirstOccurrenceOf (":", false, false));
+
+    EXPECT_THAT (names, testing::UnorderedElementsAre ("Host", "User-Agent", "Accept"));
+}
+
+TEST_F (WebTextTest, TakesAnswersOfAnyStatus)
+{
+    for (const auto* status : { "404 Not Found", "500 Internal Server Error", "201 Created" })
+    {
+        auto reply = HttpReply::page ("text");
+        reply.status = status;
+        EXPECT_EQ (readReply (reply), juce::String ("text")) << status;
+    }
+}
+
+TEST_F (WebTextTest, FollowsUpToFiveRedirects)
+{
+    server.setReply ("/redirect/0", HttpReply::page ("text"));
+
+    for (auto i = 1; i <= 6; ++i)
+        server.setReply ("/redirect/" + juce::String (i), HttpReply::redirect ("/redirect/" + juce::String (i - 1)));
+
+    EXPECT_EQ (read (server.getUrl ("/redirect/5")), juce::String ("text"));
+    EXPECT_EQ (server.getRequests().size(), 6);
+
+    EXPECT_EQ (read (server.getUrl ("/redirect/6")), std::nullopt);
+    EXPECT_EQ (server.getRequests().size(), 12);
+}
+
+TEST_F (WebTextTest, EndlessRedirectsGiveNothing)
+{
+    EXPECT_EQ (readReply (HttpReply::redirect ("/page")), std::nullopt);
+    EXPECT_EQ (server.getRequests().size(), 6);
+}
+
+TEST_F (WebTextTest, ReadsFiveMegabytes)
+{
+    const auto body = repeat ("0123456789abcde\n", 5 * 1024 * 1024);
+    EXPECT_EQ (readReply (HttpReply::page (body)), body);
+}
+
+TEST_F (WebTextTest, ABodyBeyondTheLimitGivesNothing)
+{
+    auto reply = HttpReply::page (repeat ("0123456789abcde\n", 1024 * 1024));
+    reply.manner = Manner::endless;
+    EXPECT_EQ (readReply (reply), std::nullopt);
+    EXPECT_TRUE (runMessageLoopUntil ([this] { return server.getNumOpenConnections() == 0; }));
+}
+
+TEST_F (WebTextTest, WaitsForALateAnswer)
+{
+    auto reply = HttpReply::page ("text");
+    reply.delayMilliseconds = 300;
+    EXPECT_EQ (readReply (reply), juce::String ("text"));
+}
+
+TEST_F (WebTextTest, WaitsForAByteASecond)
+{
+    auto reply = HttpReply::page ("ab");
+    reply.manner = Manner::byteASecond;
+    EXPECT_EQ (readReply (reply), juce::String ("ab"));
+}
+
+TEST_F (WebTextTest, ABrokenAnswerGivesNothing)
+{
+    auto reply = HttpReply::page ("text");
+    reply.manner = Manner::brokenOff;
+    EXPECT_EQ (readReply (reply), std::nullopt);
+
+    // The part that came is read before the break is known.
+    reply.closingDelayMilliseconds = 100;
+    EXPECT_EQ (readReply (reply), std::nullopt);
+}
+
+TEST_F (WebTextTest, AClosedConnectionGivesNothing)
+{
+    auto reply = HttpReply::page ("text");
+    reply.manner = Manner::closed;
+    EXPECT_EQ (readReply (reply), std::nullopt);
+}
+
+TEST (WebText, NoServerGivesNothing)
+{
+    juce::URL url;
+
+    {
+        const HttpServer server;
+        url = server.getUrl ("/page");
+    }
+
+    EXPECT_EQ (read (url), std::nullopt);
+    EXPECT_EQ (read (juce::URL ("http://unknown.example/page")), std::nullopt);
+    EXPECT_EQ (read (juce::URL ("https://unknown.example/page")), std::nullopt);
+    EXPECT_EQ (read ({}), std::nullopt);
+}
+
+TEST_F (WebTextTest, MakesNoRequestWhenItIsNotToContinue)
+{
+    EXPECT_EQ (readWebText (server.getUrl ("/page"), [] { return false; }), std::nullopt);
+    cv::test::runMessageLoopFor (50);
+    EXPECT_EQ (server.getNumConnections(), 0);
+}
+
+/** How long readWebText() takes to return once it isn't to continue, in milliseconds. */
+double measureGivingUp (const juce::URL& url, const std::function<bool()>& isHanging)
+{
+    auto timeOfSayingNo = 0.0;
+
+    const auto text = readWebText (url,
+                                   [&]
+                                   {
+                                       if (! isHanging())
+                                           return true;
+
+                                       timeOfSayingNo = juce::Time::getMillisecondCounterHiRes();
+                                       return false;
+                                   });
+
+    EXPECT_EQ (text, std::nullopt);
+    EXPECT_GT (timeOfSayingNo, 0.0);
+    return juce::Time::getMillisecondCounterHiRes() - timeOfSayingNo;
+}
+
+TEST_F (WebTextTest, LeavesASilentServerAtOnce)
+{
+    HttpReply reply;
+    reply.manner = Manner::silent;
+    server.setReply ("/page", reply);
+
+    EXPECT_LT (measureGivingUp (server.getUrl ("/page"), [this] { return server.getRequests().size() == 1; }),
+               promptMilliseconds);
+
+    EXPECT_TRUE (waitUntilBackgroundIsQuiet());
+    EXPECT_TRUE (runMessageLoopUntil ([this] { return server.getNumOpenConnections() == 0; }));
+}
+
+TEST_F (WebTextTest, LeavesANameLookupAtOnce)
+{
+    {
+        const StuckNameLookup lookup;
+        const juce::URL url ("http://" + juce::String (StuckNameLookup::host));
+
+        EXPECT_LT (measureGivingUp (url, [&] { return lookup.getNumWaiting() == 1; }), promptMilliseconds);
+        EXPECT_GE (BackgroundThreads::getNumRunning(), 1);
+        EXPECT_EQ (lookup.getNumWaiting(), 1);
+    }
+
+    EXPECT_TRUE (waitUntilBackgroundIsQuiet());
+    EXPECT_EQ (readReply (HttpReply::page ("text")), juce::String ("text"));
+}
+} // namespace
+} // namespace cv::pluginCore

@@ -10,6 +10,6 @@ if(VARLO_SANITIZERS)
     # makes equal types differ. The checks of every pointer find little that AddressSanitizer doesn't,
     # and with them JUCE takes a third longer to compile.
     add_compile_options("-fsanitize=${VARLO_SANITIZERS}" -fno-sanitize-recover=all
-                        -fno-sanitize=vptr,null,alignment,object-size -fno-omit-frame-pointer)
+                        -fno-sanitize=vptr,null,alignment,object-size,nonnull-attribute -fno-omit-frame-pointer)
     add_link_options("-fsanitize=${VARLO_SANITIZERS}")
 endif()

@@ -1,0 +1,252 @@
+#include "pluginCore/localisation/TranslationTable.h"
+
+#include <gmock/gmock.h>
+#include <juce_core/juce_core.h>
+
+#include <algorithm>
+#include <map>
+#include <regex>
+
+namespace cv::pluginCore
+{
+namespace
+{
+constexpr const char* noBreakSpace = "\xc2\xa0";
+constexpr const char* englishOnlyKey = "Hide TapTempo buttons";
+constexpr int numKeys = 306;
+
+/** The keys as they are to stand in the tables, in table order. */
+std::vector<std::string> expectedKeys (const std::string& code)
+{
+    std::vector<std::string> keys;
+
+    for (const auto& line : readLines (VARLO_TEST_FOLDER "/pluginCore/localisation/translationKeys.txt"))
+        keys.push_back (line.substr (1, line.size() - 2));
+
+    EXPECT_EQ (keys.size(), (size_t) numKeys);
+
+    if (code != "en")
+        std::erase (keys, englishOnlyKey);
+
+    return keys;
+}
+
+/** What a translator must not lose, and in no language does a row gain any of it. */
+std::vector<std::string> markupOf (const std::string& text)
+{
+    static const std::regex markup (R"(%[^% ]*%|\*\*|\\[nrt"])");
+    std::vector<std::string> found { std::sregex_token_iterator (text.begin(), text.end(), markup), {} };
+    std::sort (found.begin(), found.end());
+    return found;
+}
+
+std::string blanksAround (const std::string& text)
+{
+    const auto start = text.find_first_not_of (' ');
+    const auto end = text.find_last_not_of (' ');
+    return std::to_string (start) + " before, " + std::to_string (text.size() - 1 - end) + " behind";
+}
+
+/** Whether the first letter is a capital, of those that the four languages know. */
+bool startsWithCapital (const std::string& text)
+{
+    const auto string = juce::String::fromUTF8 (text.c_str());
+
+    for (auto c = string.getCharPointer(); ! c.isEmpty(); ++c)
+    {
+        if ((*c >= 'A' && *c <= 'Z') || (*c >= 0xc0 && *c <= 0xde))
+            return true;
+
+        if ((*c >= 'a' && *c <= 'z') || (*c >= 0xdf && *c <= 0xff))
+            return false;
+    }
+
+    ADD_FAILURE() << "no letter in: " << text;
+    return false;
+}
+
+class TranslationTableTest : public testing::TestWithParam<const char*>
+{
+protected:
+    const std::string code = GetParam();
+    const TranslationTable table { code };
+};
+
+INSTANTIATE_TEST_SUITE_P (Languages,
+                          TranslationTableTest,
+                          testing::Values ("en", "fr", "es", "pt"),
+                          [] (const auto& language) { return language.param; });
+
+TEST_P (TranslationTableTest, IsUtf8WithoutAByteOrderMark)
+{
+    const auto& text = table.text;
+    EXPECT_TRUE (juce::CharPointer_UTF8::isValidString (text.c_str(), (int) text.size()));
+    EXPECT_EQ (text.find ("\xef\xbb\xbf"), std::string::npos);
+    EXPECT_EQ (text.find ('\0'), std::string::npos);
+    EXPECT_EQ (text.find ('\r'), std::string::npos);
+    EXPECT_EQ (text.find ('\t'), std::string::npos);
+    EXPECT_EQ (text.back(), '\n');
+}
+
+TEST_P (TranslationTableTest, BeginsWithItsLanguageAndCountry)
+{
+    const std::map<std::string, std::string> names {
+        { "en", "english" }, { "fr", "french" }, { "es", "spanish" }, { "pt", "portuguese (br)" }
+    };
+
+    const auto start = "language: [" + names.at (code) + "]\ncountries: [" + code + "]\n";
+    EXPECT_THAT (table.text, testing::StartsWith (start));
+}
+
+TEST_P (TranslationTableTest, HoldsOnlyRowsBlankLinesAndCommentsBehindThat)
+{
+    ASSERT_GE (table.otherLines.size(), 2u);
+
+    for (auto i = (size_t) 2; i < table.otherLines.size(); ++i)
+        EXPECT_THAT (table.otherLines[i], testing::AnyOf ("", testing::StartsWith ("// ")));
+}
+
+TEST_P (TranslationTableTest, HasTheSizeOfAFullTable)
+{
+    const auto isEnglish = code == "en";
+    EXPECT_GE (table.text.size(), isEnglish ? 14000u : 15000u);
+    EXPECT_LE (table.text.size(), isEnglish ? 17000u : 19000u);
+}
+
+TEST_P (TranslationTableTest, HoldsEveryKeyInOrder)
+{
+    EXPECT_THAT (table.getKeys(), testing::ElementsAreArray (expectedKeys (code)));
+}
+
+TEST_P (TranslationTableTest, HasEveryRowLoadedByJuce)
+{
+    const juce::LocalisedStrings loaded (juce::String::fromUTF8 (table.text.c_str()), false);
+    EXPECT_EQ (loaded.getMappings().size(), (int) table.rows.size());
+
+    for (const auto& row : table.rows)
+    {
+        const auto key = juce::String::fromUTF8 (unescaped (row.key).c_str());
+        const auto isOdd = code == "pt" && row.key == "move to";
+        const auto expected = isOdd ? "mover para" : unescaped (row.value);
+
+        EXPECT_EQ (loaded.translate (key, "(no row)").toStdString(), expected) << row.key;
+    }
+}
+
+TEST_P (TranslationTableTest, KeepsPlaceholdersAsterisksAndEscapes)
+{
+    for (const auto& row : table.rows)
+        EXPECT_EQ (markupOf (row.key), markupOf (row.value)) << row.key;
+}
+
+TEST_P (TranslationTableTest, KeepsTheBlanksAroundAText)
+{
+    for (const auto& row : table.rows)
+    {
+        if ((code == "en" && row.key == "Copy to clipboard")
+            || ((code == "fr" || code == "es") && row.key == " - Save Preset"))
+            continue;
+
+        EXPECT_EQ (blanksAround (row.key), blanksAround (row.value)) << row.key;
+    }
+}
+
+TEST_P (TranslationTableTest, WritesCapitalsWhereTheKeyDoes)
+{
+    for (const auto& row : table.rows)
+        EXPECT_EQ (startsWithCapital (row.key), startsWithCapital (row.value)) << row.key;
+}
+
+TEST (TranslationTables, HaveOneRowWithAStrayQuote)
+{
+    const std::regex bareQuote ("(^|[^\\\\])\"");
+    std::vector<std::string> odd;
+
+    for (const std::string code : { "en", "fr", "es", "pt" })
+        for (const auto& row : TranslationTable (code).rows)
+            if (std::regex_search (row.key, bareQuote) || std::regex_search (row.value, bareQuote))
+                odd.push_back (code + ": " + row.key + " = " + row.value);
+
+    EXPECT_THAT (odd, testing::ElementsAre ("pt: move to = mover para\""));
+    EXPECT_THAT (TranslationTable ("pt").text, testing::HasSubstr ("\n\"move to\" = \"mover para\"\"\n"));
+}
+
+TEST (TranslationTables, EnglishRewordsFourRowsAndNoOther)
+{
+    std::map<std::string, std::string> reworded;
+
+    for (const auto& row : TranslationTable ("en").rows)
+        if (row.value != row.key)
+            reworded[row.key] = row.value;
+
+    const std::map<std::string, std::string> expected {
+        { "Delete Preset", "Delete" },
+        { "Display sync delay times as:", "Synced times:" },
+        { "Copy to clipboard", "Copy to clipboard      " },
+        { "Checked parameters will not get changed when loading presets",
+          "Checked parameters will not change when loading presets" },
+    };
+
+    EXPECT_EQ (reworded, expected);
+}
+
+TEST (TranslationTables, FrenchAndSpanishSavePresetBeginsWithANoBreakSpace)
+{
+    const std::string key = " - Save Preset";
+    EXPECT_EQ (TranslationTable ("fr").getValue (key), noBreakSpace + std::string ("- Enregistrement d'un preset"));
+    EXPECT_EQ (TranslationTable ("es").getValue (key), noBreakSpace + std::string ("- Guardar como Preset"));
+    EXPECT_EQ (TranslationTable ("pt").getValue (key), " - Salvar como Preset");
+}
+
+TEST (TranslationTables, FrenchTextsBindTheirPunctuation)
+{
+    const std::regex loosePunctuation (R"([^ ] +[!?:;])");
+
+    for (const auto& row : TranslationTable ("fr").rows)
+        EXPECT_FALSE (std::regex_search (row.value, loosePunctuation)) << row.value;
+}
+
+struct SettledRow
+{
+    const char* key;
+    const char* french;
+    const char* spanish;
+    const char* portuguese;
+};
+
+// The wording of these is settled, slips included.
+constexpr SettledRow settledRows[] {
+    { "about", "à propos", "acerca de", "sobre" },
+    { "Name", "Nom", "Nombre", "Nome" },
+    { "Last Loaded Preset", "Dernier Preset Chargé", "Ultimo Preset", "Último Preset" },
+    { "Save Preset", "Enregistrement d'un preset", "Guardar como Preset", "Salvar como Preset" },
+    { "Freeze Parameters", "Geler des Paramètres", "Bloquear Parámetros", "Bloquear Parâmetros" },
+    { "A new version is available", "Une nouvelle version est disponible", "Una nueva versión está disponible",
+      "Há uma atualização disponível" },
+    { "proceed to download page", "visiter la page de téléchargement", "ver página de descarga",
+      "continuar para a página de download" },
+    { "close", "fermer", "cerrar", "fechar" },
+    { "Automatically check for new versions", "Vérifier automatiquement les mises à jours",
+      "Buscar actualizaciones automáticamente", "Buscar atualizaçãos automaticamente" },
+    { "Hide Tap Tempo buttons", "Cacher les boutons Tap Tempo", "Ocultar botones de Tap Tempo",
+      "Ocultar os botãos Tap Tempo" },
+    { "Report Latency", "Rapportez la latence", "Reportar la latencia", "Reportar a latência" },
+};
+
+TEST (TranslationTables, KeepSettledRows)
+{
+    const TranslationTable english ("en");
+    const TranslationTable french ("fr");
+    const TranslationTable spanish ("es");
+    const TranslationTable portuguese ("pt");
+
+    for (const auto& row : settledRows)
+    {
+        EXPECT_EQ (english.getValue (row.key), row.key);
+        EXPECT_EQ (french.getValue (row.key), row.french);
+        EXPECT_EQ (spanish.getValue (row.key), row.spanish);
+        EXPECT_EQ (portuguese.getValue (row.key), row.portuguese);
+    }
+}
+} // namespace
+} // namespace cv::pluginCore

@@ -5,6 +5,7 @@
 #include "RenderError.h"
 #include "Renderer.h"
 
+#include <cstdlib>
 #include <iostream>
 
 namespace cv::render
@@ -142,6 +143,16 @@ juce::StringArray toStrings (int numArguments, char** arguments)
     return result;
 }
 
+/** Has the plug-in name its values in English: scripts type them, "Bypass=On", and have to mean the same
+    on every machine.
+*/
+void speakEnglish()
+{
+#if JUCE_LINUX
+    setenv ("LC_ALL", "C", 1);
+#endif
+}
+
 int printError (const juce::String& message, int exitCode)
 {
     std::cerr << "varlo-render: " << message.replaceCharacters ("\r\n", "  ") << std::endl;
@@ -153,6 +164,7 @@ int printError (const juce::String& message, int exitCode)
 int main (int argc, char** argv)
 {
     using namespace cv::render;
+    speakEnglish();
 
     turnWriteSignalsIntoErrors();
 

@@ -56,6 +56,22 @@ TEST_F (Setting, SwitchTakesItsTextInAnyCase)
     EXPECT_FALSE (areIdentical (processed.samples, noise));
 }
 
+TEST_F (Setting, ValuesHaveEnglishNamesWhateverTheSystemSpeaks)
+{
+    juce::ChildProcess localedef;
+    const auto locale = scratch.getFile ("fr_FR.UTF-8");
+
+    if (! localedef.start ({ "localedef", "-i", "fr_FR", "-f", "UTF-8", locale.getFullPathName() })
+        || ! localedef.waitForProcessToFinish (-1) || ! locale.isDirectory())
+        GTEST_SKIP() << "no French locale can be made here";
+
+    RenderProcess::Options options;
+    options.environment["LOCPATH"] = scratch.getFolder().getFullPathName().toStdString();
+    options.environment["LC_ALL"] = "fr_FR.UTF-8";
+    const auto list = RenderProcess::runWell ({ "--list" }, options).output;
+    EXPECT_TRUE (list.contains ("Bypass     Off, On               Off\n")) << list;
+}
+
 TEST_F (Setting, OneAutomationPointIsTheSameAsASetting)
 {
     const auto reference = withDelay (input, output, { "--set", "Delay=375" });

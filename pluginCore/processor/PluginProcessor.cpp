@@ -42,6 +42,7 @@ PluginProcessor::PluginProcessor (ProductInfo info,
     , undoManager (maxUndoUnits, minUndoTransactions)
     , presetsManager (*this, presetLocations)
 {
+    localisedStrings.setLanguage (LocalisedStringsManager::systemLanguageCode());
     juce::NullCheckedInvocation::invoke (dataTreeHook, dataTree);
     juce::NullCheckedInvocation::invoke (settingsTreeHook, settingsTree);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "localisation/LocalisedStringsManager.h"
 #include "presets/PresetsManager.h"
 #include "processor/ProductInfo.h"
 #include "settings/PluginGlobalSettings.h"
@@ -31,7 +32,8 @@ public:
     using TreeHook = std::function<void (juce::ValueTree&)>;
 
     /** Takes the product's facts, its parameters, which valueTreeState owns from here on, and its preset
-        folders. The hooks may be empty; they get dataTree and settingsTree once all else is there.
+        folders. The hooks may be empty; they get dataTree and settingsTree once all else is there. From here on
+        all texts of this process are translated into the system's language.
 
         Creates preset folders and reads the settings file, but touches no display and no network: hosts and
         build tools construct a processor only to ask for its name.
@@ -188,6 +190,7 @@ private:
     using BypassDelay = juce::dsp::DelayLine<float, juce::dsp::DelayLineInterpolationTypes::None>;
 
     const ProductInfo productInfo;
+    LocalisedStringsManager localisedStrings;
     PluginGlobalSettings globalSettings;
     juce::UndoManager undoManager;
     PresetsManager presetsManager;

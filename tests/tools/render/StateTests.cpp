@@ -58,6 +58,22 @@ TEST_F (StateTest, PresetFromATextEditorSounds)
     EXPECT_TRUE (areIdentical (expected, render ({ "--preset", preset.getFullPathName() })));
 }
 
+TEST_F (StateTest, DocumentedPresetIsOne)
+{
+    const auto documentation = juce::File (VARLO_TEST_FOLDER).getSiblingFile ("docs/presets-and-state.md");
+    const auto example = documentation.loadFileAsString()
+                             .fromFirstOccurrenceOf ("```xml\n", false, false)
+                             .upToFirstOccurrenceOf ("```", false, false);
+    ASSERT_TRUE (example.contains ("</Varlo>"));
+
+    preset.replaceWithText (example);
+    saveState ({ "--preset", preset.getFullPathName() });
+    EXPECT_EQ (state.getSize(), 337);
+    EXPECT_TRUE (areIdentical (
+        render ({ "--preset", preset.getFullPathName() }),
+        render ({ "--set", "Delay=120", "--set", "Feedback=35", "--set", "Lowpass=3200", "--set", "Mix=40" })));
+}
+
 TEST_F (StateTest, SavedStateIsTheChunkThatProjectsHold)
 {
     saveState ({ "--set", "Mix=25" });

@@ -1,5 +1,6 @@
 #include "settings/PluginGlobalSettings.h"
 
+#include "sharing/SharedInstance.h"
 #include "state/TreeXml.h"
 #include "state/XmlText.h"
 
@@ -35,18 +36,6 @@ PluginGlobalSettings::InnerData::~InnerData()
 
 std::shared_ptr<PluginGlobalSettings::InnerData> PluginGlobalSettings::getInnerData (const ProductInfo& product)
 {
-    static juce::SpinLock mutex;
-    static std::weak_ptr<InnerData> current;
-
-    const juce::SpinLock::ScopedLockType lock (mutex);
-    auto innerData = current.lock();
-
-    if (innerData == nullptr)
-    {
-        innerData = std::make_shared<InnerData> (product);
-        current = innerData;
-    }
-
-    return innerData;
+    return SharedInstance<InnerData>::get (product);
 }
 } // namespace cv::pluginCore

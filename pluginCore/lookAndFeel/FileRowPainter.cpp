@@ -1,0 +1,95 @@
+#include "lookAndFeel/FileRowPainter.h"
+
+namespace cv::pluginCore
+{
+namespace
+{
+constexpr auto leastWidthWithDetails = 451;
+constexpr auto iconMargin = 2;
+constexpr auto columnGap = 8;
+
+juce::Rectangle<int> makeArea (int left, int top, int right, int bottom)
+{
+    return { left, top, juce::jmax (right - left, 0), juce::jmax (bottom - top, 0) };
+}
+
+void paintText (juce::Graphics& g,
+                const juce::String& text,
+                juce::Rectangle<int> area,
+                juce::Justification justification)
+{
+    g.drawFittedText (text, area, justification, 1);
+}
+} // namespace
+
+FileRowLayout layOutFileRow (int width, int height, bool hasIcon, bool isDirectory)
+{
+    const auto widthFraction = [width] (float part) { return juce::roundToInt (part * static_cast<float> (width)); };
+    const auto nameX = juce::roundToInt ((hasIcon ? 1.5f : 0.5f) * static_cast<float> (height));
+
+    FileRowLayout layout;
+    layout.hasDetails = width >= leastWidthWithDetails && ! isDirectory;
+
+    if (hasIcon)
+        layout.icon = makeArea (iconMargin, iconMargin, nameX - iconMargin, height - iconMargin);
+
+    if (layout.hasDetails)
+    {
+        const auto sizeX = widthFraction (0.7f);
+        const auto timeX = widthFraction (0.8f);
+        layout.name = makeArea (nameX, 0, sizeX, height);
+        layout.size = makeArea (sizeX, 0, timeX - columnGap, height);
+        layout.time = makeArea (timeX, 0, width - columnGap, height);
+    }
+    else
+    {
+        layout.name = makeArea (nameX, 0, width, height);
+    }
+
+    return layout;
+}
+
+void paintFileRowHighlight (juce::Graphics& g, juce::Colour colour)
+{
+    const auto area = g.getClipBounds().toFloat();
+    g.setColour (colour);
+    g.fillRoundedRectangle (area, 0.25f * area.getHeight());
+}
+
+void paintFileRowIcon (juce::Graphics& g, const juce::Image& icon, juce::Rectangle<int> area)
+{
+    if (area.isEmpty())
+        return;
+
+    // An image takes the opacity of the current colour, and a highlight's may be anything.
+    g.setColour (juce::Colours::black);
+    g.drawImageWithin (icon, area.getX(), area.getY(), area.getWidth(), area.getHeight(),
+                       juce::RectanglePlacement::centred | juce::RectanglePlacement::onlyReduceInSize);
+}
+
+void paintFileRowTexts (juce::Graphics& g,
+                        const FileRowLayout& layout,
+                        juce::Colour nameColour,
+                        const juce::String& name,
+                        const juce::String& size,
+                        const juce::String& time)
+{
+    constexpr auto nameHeightProportion = 0.7f;
+    constexpr auto detailHeightProportion = 0.5f;
+    constexpr juce::uint32 detailColour = 0xff555555;
+
+    const auto height = static_cast<float> (layout.name.getHeight());
+
+    g.setColour (nameColour);
+    g.setFont (nameHeightProportion * height);
+    paintText (g, name, layout.name, juce::Justification::centredLeft);
+
+    if (layout.hasDetails)
+    {
+        g.setColour (juce::Colour (detailColour));
+        g.setFont (detailHeightProportion * height);
+        paintText (g, size, layout.size, juce::Justification::centredRight);
+        paintText (g, time, layout.time, juce::Justification::centredRight);
+    }
+}
+} // namespace cv::pluginCore

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <juce_graphics/juce_graphics.h>
+
+namespace cv::pluginCore
+{
+/** The box of a change log in units: its place in a component of that size, in proportions of it, truncated.
+    Any thread.
+*/
+juce::Rectangle<int> getChangeLogBox (juce::Rectangle<float> proportions, int width, int height);
+
+/** The part of the box that its contents may take. Any thread. */
+juce::Rectangle<int> getChangeLogContentArea (juce::Rectangle<int> box);
+
+/** The height of a line of controls in that part, in units. Any thread. */
+int getChangeLogRowHeight (juce::Rectangle<int> contentArea);
+
+/** Where the parts of a change log go, in units; no size is negative. */
+struct ChangeLogLayout
+{
+    juce::Rectangle<int> title;
+    juce::Rectangle<int> textPanel;
+    juce::Rectangle<int> downloadButton;
+    juce::Rectangle<int> closeButton;
+};
+
+/** Puts the title on top, both buttons at the bottom right, "close" last, and the text between. The widths, 0
+    or more, are those that the buttons would like to have; where there isn't room for both, the download
+    button is cut. Any thread.
+*/
+ChangeLogLayout layOutChangeLog (juce::Rectangle<int> contentArea, int bestCloseWidth, int bestDownloadWidth);
+} // namespace cv::pluginCore

@@ -18,20 +18,20 @@ void copyFirstChannelToExtraOutputs (juce::AudioBuffer<float>& buffer, int numIn
 
 const juce::String presetExtension = ".cvpreset";
 
-pluginCore::ProductInfo getProductInfo()
+pluginCore::ProductInfo makeProductInfo()
 {
     return { VARLO_NAME, VARLO_VERSION, VARLO_COMPANY };
 }
 
 pluginCore::PresetLocations getPresetLocations()
 {
-    const auto info = getProductInfo();
+    const auto info = makeProductInfo();
     return createPresetFolders (pluginCore::DataFolders::ofThisSystem(), info.company, info.name, presetExtension);
 }
 } // namespace
 
 AudioPluginAudioProcessor::AudioPluginAudioProcessor()
-    : PluginProcessor (getProductInfo(), Parameters::createLayout(), getPresetLocations())
+    : PluginProcessor (makeProductInfo(), Parameters::createLayout(), getPresetLocations())
     , transportWatch (*this)
     , parameters (valueTreeState)
 {

@@ -74,6 +74,11 @@ void PresetsManager::dialogClosed (const juce::File& result, bool reloadAfterSav
     savePreset (result, reloadAfterSave);
 }
 
+const juce::String& PresetsManager::getCompanyName() const noexcept
+{
+    return processor.getProductInfo().company;
+}
+
 void PresetsManager::setCurrentPresetFile (const juce::File& file)
 {
     const juce::SpinLock::ScopedLockType lock (currentPresetFileLock);

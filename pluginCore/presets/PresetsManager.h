@@ -61,6 +61,9 @@ public:
 
     const PresetLocations& getLocations() const noexcept { return locations; }
 
+    /** The maker of the product, whose own presets the FACTORY bank holds. */
+    const juce::String& getCompanyName() const noexcept;
+
     /** Where the next dialog opens: the folder of the last file that a dialog saved inside the USER bank. */
     const juce::File& getLastSaveFolder() const noexcept { return lastSaveFolder; }
 

@@ -145,6 +145,8 @@ public:
     /** Marks the preset as changed, whichever parameter moved. Any thread, lock-free. */
     void parameterChanged (const juce::String& parameterId, float newValue) override;
 
+    const ProductInfo& getProductInfo() const noexcept { return productInfo; }
+
     juce::AudioProcessorValueTreeState& getValueTreeState() noexcept { return valueTreeState; }
 
     juce::UndoManager& getUndoManager() noexcept { return undoManager; }

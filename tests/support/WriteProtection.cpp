@@ -18,17 +18,20 @@ void setMode (const juce::File& folder, mode_t mode)
 }
 } // namespace
 
-WriteProtection::WriteProtection (const juce::File& folderToProtect) : folder (folderToProtect)
+WriteProtection::WriteProtection (const juce::File& folderToProtect)
+    : folder (folderToProtect)
+    , isAdministrator (getuid() == 0)
 {
     setMode (folder, readOnly);
 
-    if (getuid() == 0 && seteuid (nobody) != 0)
+    // access() asks for the real user, so that has to change too.
+    if (isAdministrator && setresuid (nobody, nobody, 0) != 0)
         std::abort();
 }
 
 WriteProtection::~WriteProtection()
 {
-    if (getuid() == 0 && seteuid (0) != 0)
+    if (isAdministrator && setresuid (0, 0, 0) != 0)
         std::abort();
 
     setMode (folder, writable);

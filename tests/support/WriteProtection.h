@@ -17,6 +17,7 @@ public:
 
 private:
     const juce::File folder;
+    const bool isAdministrator;
 
     JUCE_DECLARE_NON_COPYABLE (WriteProtection)
 };

@@ -60,6 +60,7 @@ TEST (AudioPluginAudioProcessor, KnowsItsVersionAndAddresses)
 
     EXPECT_EQ (processor.getVersionString(), "1.0.0");
     EXPECT_EQ (processor.getReleaseYear(), 2025);
+    EXPECT_EQ (harness.processor.getPresetsManager().getCompanyName(), "Corvane");
     EXPECT_EQ (processor.getExtraVersionText(), "");
     EXPECT_FALSE (processor.isBetaBuild());
     EXPECT_EQ (processor.getBetaNumber(), 0);

@@ -1,5 +1,6 @@
 #include "presets/PresetsManager.h"
 
+#include "support/FindComponent.h"
 #include "support/MessageLoop.h"
 #include "support/PresetListenerLog.h"
 #include "support/PresetSandbox.h"
@@ -13,26 +14,12 @@ namespace cv::pluginCore
 {
 namespace
 {
+using cv::test::findComponent;
 using cv::test::PresetListenerLog;
 using cv::test::PresetSandbox;
 using cv::test::runMessageLoopFor;
 using cv::test::runMessageLoopUntil;
 using cv::test::TestProduct;
-
-template <typename Type>
-Type* findComponent (juce::Component& parent, const std::function<bool (Type&)>& accept)
-{
-    for (auto* child : parent.getChildren())
-    {
-        if (auto* match = dynamic_cast<Type*> (child); match != nullptr && accept (*match))
-            return match;
-
-        if (auto* match = findComponent<Type> (*child, accept))
-            return match;
-    }
-
-    return nullptr;
-}
 
 /** The save dialog that is open, JUCE's own: no program for the system's can be found. */
 class SaveDialogTest : public testing::Test
@@ -47,8 +34,7 @@ protected:
         auto& desktop = juce::Desktop::getInstance();
 
         for (auto i = 0; i < desktop.getNumComponents(); ++i)
-            if (auto* browser =
-                    findComponent<juce::FileBrowserComponent> (*desktop.getComponent (i), [] (auto&) { return true; }))
+            if (auto* browser = findComponent<juce::FileBrowserComponent> (*desktop.getComponent (i)))
                 return browser;
 
         return nullptr;

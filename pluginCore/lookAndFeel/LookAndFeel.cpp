@@ -1,5 +1,6 @@
 #include "lookAndFeel/LookAndFeel.h"
 
+#include "editor/PluginHeaderComponent.h"
 #include "lookAndFeel/FileRowPainter.h"
 #include "lookAndFeel/FontFitting.h"
 #include "lookAndFeel/LabelPainter.h"
@@ -56,8 +57,13 @@ void LookAndFeel::drawScrollbar (juce::Graphics& g,
 
 juce::Font LookAndFeel::getTextButtonFont (juce::TextButton& button, int buttonHeight)
 {
-    const auto width = static_cast<float> (button.getWidth());
     const auto height = static_cast<float> (buttonHeight);
+
+    // The header's buttons keep their font whatever their texts, so that all look alike.
+    if (button.findParentComponentOfClass<PluginHeaderComponent>() != nullptr)
+        return labelFont.withHeight (juce::jmax (0.8f * height, 8.0f));
+
+    const auto width = static_cast<float> (button.getWidth());
     const auto fittingHeight = fitFontHeight (labelFont, width, height, button.getButtonText(), 0.0f);
     return labelFont.withHeight (juce::jmin (0.9f * fittingHeight, 0.7f * height));
 }

@@ -1,8 +1,13 @@
 #include "lookAndFeel/LookAndFeel.h"
 
+#include "editor/PluginHeaderComponent.h"
 #include "lookAndFeel/ScrollBarPainter.h"
 #include "lookAndFeel/TreeBoxPainter.h"
+#include "support/FrameworkLookAndFeel.h"
+#include "support/PresetSandbox.h"
 #include "support/Rendering.h"
+#include "support/TemporaryHome.h"
+#include "support/TestProduct.h"
 
 #include <gtest/gtest.h>
 
@@ -106,6 +111,29 @@ TEST_F (TextButtonFontTest, ShrinksWithTheWidth)
     const auto fitting = std::floor (static_cast<float> (textWidth / 2) / static_cast<float> (textWidth) * 30.0f);
     EXPECT_FLOAT_EQ (heightAt (30), 0.9f * fitting);
     EXPECT_LT (fitting, 16.0f);
+}
+
+TEST_F (TextButtonFontTest, DependsOnTheHeightAloneInTheHeader)
+{
+    const cv::test::FrameworkLookAndFeel headerColours;
+    const cv::test::TemporaryHome home;
+    const cv::test::PresetSandbox sandbox;
+    cv::test::TestProduct product (sandbox.getLocations());
+    PluginHeaderComponent header (product.getPresetsManager(), nullptr);
+    juce::Component between;
+    header.addAndMakeVisible (between);
+    between.addAndMakeVisible (button);
+
+    for (const auto width : { 0, 10, 1000 })
+    {
+        button.setSize (width, 30);
+        EXPECT_FLOAT_EQ (heightAt (30), 24.0f);
+        EXPECT_FLOAT_EQ (heightAt (11), 8.8f);
+        EXPECT_FLOAT_EQ (heightAt (9), 8.0f);
+        EXPECT_FLOAT_EQ (heightAt (0), 8.0f);
+    }
+
+    EXPECT_EQ (lookAndFeel.getTextButtonFont (button, 30).getTypefacePtr(), lookAndFeel.labelFont.getTypefacePtr());
 }
 
 class ScrollBarTest : public testing::Test

@@ -1,5 +1,6 @@
 #include "AudioPluginAudioProcessor.h"
 
+#include "editor/AudioPluginAudioProcessorEditor.h"
 #include "presets/PresetFolders.h"
 
 namespace cv::varlo
@@ -67,6 +68,11 @@ juce::String AudioPluginAudioProcessor::getVersionDisplayText() const
 #endif
 
     return text;
+}
+
+pluginCore::PluginEditor* AudioPluginAudioProcessor::createPluginEditor()
+{
+    return new AudioPluginAudioProcessorEditor (*this);
 }
 
 void AudioPluginAudioProcessor::prepare (double sampleRate, int samplesPerBlock)

@@ -38,6 +38,8 @@ public:
     FFTProcessor& getFFTProcessor() noexcept { return fftProcessor; }
 
 protected:
+    pluginCore::PluginEditor* createPluginEditor() override;
+
     void prepare (double sampleRate, int samplesPerBlock) override;
 
     int getMaximumLatencySamples (const juce::dsp::ProcessSpec&) override { return 0; }

@@ -1,5 +1,6 @@
 #include "processor/PluginProcessor.h"
 
+#include "editor/PluginEditor.h"
 #include "presets/LastPreset.h"
 #include "state/ParameterState.h"
 #include "state/StateChunk.h"
@@ -109,7 +110,9 @@ void PluginProcessor::processBlockBypassed (juce::AudioBuffer<float>& buffer, ju
 
 juce::AudioProcessorEditor* PluginProcessor::createEditor()
 {
-    return new juce::GenericAudioProcessorEditor (*this);
+    std::unique_ptr<PluginEditor> editor (createPluginEditor());
+    editor->open();
+    return editor.release();
 }
 
 const juce::String PluginProcessor::getProgramName (int index)

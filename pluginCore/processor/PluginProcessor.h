@@ -10,6 +10,8 @@
 
 namespace cv::pluginCore
 {
+class PluginEditor;
+
 /** The base of every product's processor: it answers the host in all that products have in common
     and leaves the sound to a handful of virtuals.
 
@@ -75,6 +77,7 @@ public:
 
     bool isMidiEffect() const override { return false; }
 
+    /** Makes the product's editor and has it take its remembered size and ask for updates. */
     juce::AudioProcessorEditor* createEditor() override;
 
     bool hasEditor() const override { return true; }
@@ -164,6 +167,9 @@ public:
     void setEditorSize (int width, int height) noexcept;
 
 protected:
+    /** A new editor, owned by the caller. Message thread. */
+    virtual PluginEditor* createPluginEditor() = 0;
+
     /** The product's part of prepareToPlay. May allocate; ignores a rate that is not above 0. */
     virtual void prepare (double sampleRate, int samplesPerBlock) = 0;
 

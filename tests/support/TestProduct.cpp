@@ -1,5 +1,7 @@
 #include "support/TestProduct.h"
 
+#include "support/TestProductEditor.h"
+
 namespace cv::test
 {
 namespace
@@ -27,6 +29,11 @@ TestProduct::TestProduct (const pluginCore::PresetLocations& locations,
                           const juce::String& name)
     : PluginProcessor ({ name, "2.3.4", "Test Maker" }, createLayout(), locations, dataTreeHook, settingsTreeHook)
 {
+}
+
+pluginCore::PluginEditor* TestProduct::createPluginEditor()
+{
+    return new TestProductEditor (*this);
 }
 
 void TestProduct::dataTreeRestored (juce::ValueTree tree)

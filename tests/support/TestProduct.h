@@ -21,7 +21,7 @@ public:
 
     void reset() override { ++numResets; }
 
-    juce::String getReleaseNotesUrl() const override { return {}; }
+    juce::String getReleaseNotesUrl() const override { return releaseNotesUrl; }
 
     juce::String getProductUrl() const override { return {}; }
 
@@ -53,11 +53,17 @@ public:
     double preparedRate = 0.0;
     bool denormalsWereFlushed = false;
     int numResets = 0;
+    juce::String releaseNotesUrl;
+
+    /** Of the editors that are opened from now on. */
+    double editorAspectRatio = 2.0;
 
     /** What the hooks got, as XML. Where they find a property "convert" they add "converted". */
     juce::StringArray restoredTrees;
 
 private:
+    pluginCore::PluginEditor* createPluginEditor() override;
+
     void prepare (double sampleRate, int) override { preparedRate = sampleRate; }
 
     int getMaximumLatencySamples (const juce::dsp::ProcessSpec&) override { return maximumLatency; }

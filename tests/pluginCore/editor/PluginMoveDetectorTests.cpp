@@ -1,5 +1,6 @@
 #include "editor/PluginMoveDetector.h"
 
+#include "support/FakeDisplays.h"
 #include "support/MessageLoop.h"
 
 #include <gmock/gmock.h>
@@ -8,39 +9,8 @@ namespace cv::pluginCore
 {
 namespace
 {
+using cv::test::FakeDisplays;
 using cv::test::runMessageLoopUntil;
-
-/** Puts displays side by side, from left to right, in the place of the real ones, for as long as it lives. */
-class FakeDisplays
-{
-public:
-    explicit FakeDisplays (const std::vector<double>& scales)
-    {
-        displays.clear();
-
-        for (const auto scale : scales)
-        {
-            juce::Displays::Display display {};
-            display.isMain = displays.isEmpty();
-            display.totalArea = { displays.size() * widthPixels, 0, widthPixels, 1000 };
-            display.userArea = display.totalArea;
-            display.topLeftPhysical = display.totalArea.getPosition();
-            display.scale = scale;
-            displays.add (display);
-        }
-    }
-
-    ~FakeDisplays() { displays = realDisplays; }
-
-    static constexpr int widthPixels = 300;
-
-private:
-    juce::Array<juce::Displays::Display>& displays =
-        const_cast<juce::Displays&> (juce::Desktop::getInstance().getDisplays()).displays;
-    const juce::Array<juce::Displays::Display> realDisplays = displays;
-
-    JUCE_DECLARE_NON_COPYABLE (FakeDisplays)
-};
 
 /** Writes down, as words, what a detector says. */
 class Recorder : public PluginMoveDetector::Listener

@@ -1,0 +1,237 @@
+#include "editor/PluginEditor.h"
+
+#include "support/EditorWindow.h"
+#include "support/HttpServer.h"
+#include "support/MessageLoop.h"
+#include "support/PresetSandbox.h"
+#include "support/TemporaryHome.h"
+
+#include <gmock/gmock.h>
+
+namespace cv::pluginCore
+{
+namespace
+{
+using cv::test::EditorWindow;
+using cv::test::HttpReply;
+using cv::test::HttpServer;
+using cv::test::PresetSandbox;
+using cv::test::runMessageLoopFor;
+using cv::test::runMessageLoopUntil;
+using cv::test::TemporaryHome;
+using cv::test::TestProduct;
+
+constexpr juce::int64 dayMilliseconds = 86400000;
+constexpr juce::int64 weekMilliseconds = 7 * dayMilliseconds;
+
+/** Longer than an editor waits before it asks anything. */
+constexpr int askedByNowMilliseconds = 600;
+
+juce::int64 now()
+{
+    return juce::Time::currentTimeMillis();
+}
+
+class PluginEditorUpdateTest : public testing::Test
+{
+protected:
+    PluginEditorUpdateTest()
+    {
+        product.releaseNotesUrl = server.getUrl ("/notes").toString (false);
+        announce ("9.0.0", now() - dayMilliseconds / 2);
+        server.setReply ("/notes/changeLogMac.php", HttpReply::page ("It glides now."));
+    }
+
+    void announce (const juce::String& version, juce::int64 releaseTimeMs)
+    {
+        server.setReply ("/notes/lastVersion.php", HttpReply::page ("macVersion:" + version + ";macReleaseDate:"
+                                                                    + juce::String (releaseTimeMs) + ";"));
+    }
+
+    juce::ValueTree& settings() { return product.getGlobalSettings().getValues(); }
+
+    void set (const char* key, juce::int64 value) { settings().setProperty (key, juce::String (value), nullptr); }
+
+    juce::int64 get (const char* key) { return settings()[key].toString().getLargeIntValue(); }
+
+    int requestsAfterOpening()
+    {
+        const EditorWindow editor (product);
+        runMessageLoopFor (askedByNowMilliseconds);
+        return server.getRequests().size();
+    }
+
+    /** What the server does when it is asked for the version. */
+    void answer (HttpReply::Manner manner)
+    {
+        HttpReply reply;
+        reply.manner = manner;
+        server.setReply ("/notes/lastVersion.php", reply);
+    }
+
+    static bool overlayAppears (const EditorWindow& editor)
+    {
+        return runMessageLoopUntil ([&] { return editor.find<UpdateChangeLogComponent>()->isVisible(); });
+    }
+
+    static juce::Button& findButton (const EditorWindow& editor, const juce::String& text)
+    {
+        for (auto* child : editor.find<UpdateChangeLogComponent>()->getChildren())
+            if (auto* button = dynamic_cast<juce::TextButton*> (child);
+                button != nullptr && button->getButtonText() == text)
+                return *button;
+
+        ADD_FAILURE() << text;
+        return *editor.find<juce::TextButton>();
+    }
+
+    const TemporaryHome home;
+    HttpServer server;
+    const PresetSandbox sandbox;
+    TestProduct product { sandbox.getLocations() };
+};
+
+TEST_F (PluginEditorUpdateTest, NewVersionIsShownFromEndToEnd)
+{
+    for (const auto* button : { "close", "proceed to download page" })
+    {
+        settings().removeAllProperties (nullptr);
+        const auto before = now();
+        const EditorWindow editor (product);
+        ASSERT_TRUE (overlayAppears (editor));
+
+        auto& overlay = *editor.find<UpdateChangeLogComponent>();
+        EXPECT_EQ (overlay.getTextEditor().getText(), "It glides now.");
+        EXPECT_EQ (overlay.getBounds(), editor->getLocalBounds());
+        EXPECT_TRUE (overlay.isEnabled());
+        EXPECT_FALSE (editor.find<PluginHeaderComponent>()->isEnabled());
+        EXPECT_FALSE (editor.find<juce::ResizableCornerComponent>()->isEnabled());
+
+        EXPECT_GE (get ("lastVersionCheck"), before);
+        EXPECT_GE (get ("lastChangeLogTime"), before);
+        EXPECT_LE (get ("lastVersionCheck"), now());
+
+        findButton (editor, button).onClick();
+        EXPECT_FALSE (overlay.isVisible());
+        EXPECT_TRUE (editor.find<PluginHeaderComponent>()->isEnabled());
+        EXPECT_TRUE (editor.find<juce::ResizableCornerComponent>()->isEnabled());
+    }
+
+    EXPECT_EQ (server.getRequests().size(), 4);
+}
+
+TEST_F (PluginEditorUpdateTest, NothingNewOnlyMovesTheTimeOfTheCheck)
+{
+    announce ("2.3.4", now());
+    const EditorWindow editor (product);
+
+    EXPECT_TRUE (runMessageLoopUntil ([&] { return get ("lastVersionCheck") > 0; }));
+    runMessageLoopFor (100);
+    EXPECT_FALSE (editor.find<UpdateChangeLogComponent>()->isVisible());
+    EXPECT_EQ (get ("lastChangeLogTime"), 0);
+    EXPECT_EQ (server.getRequests().size(), 1);
+}
+
+TEST_F (PluginEditorUpdateTest, FailedCheckMovesTheTimeToo)
+{
+    answer (HttpReply::Manner::closed);
+    const EditorWindow editor (product);
+    EXPECT_TRUE (runMessageLoopUntil ([&] { return get ("lastVersionCheck") > 0; }));
+}
+
+TEST_F (PluginEditorUpdateTest, EmptyChangeLogShowsNothing)
+{
+    server.setReply ("/notes/changeLogMac.php", HttpReply::page ({}));
+    const EditorWindow editor (product);
+
+    EXPECT_TRUE (runMessageLoopUntil ([&] { return server.getRequests().size() == 2; }));
+    runMessageLoopFor (200);
+    EXPECT_FALSE (editor.find<UpdateChangeLogComponent>()->isVisible());
+}
+
+TEST_F (PluginEditorUpdateTest, AsksAtMostOnceADay)
+{
+    set ("lastVersionCheck", now() - dayMilliseconds + 60000);
+    EXPECT_EQ (requestsAfterOpening(), 0);
+
+    set ("lastVersionCheck", now() - dayMilliseconds - 1);
+    EXPECT_GT (requestsAfterOpening(), 0);
+}
+
+TEST_F (PluginEditorUpdateTest, AsksOnlyWhereTheSettingIsOne)
+{
+    for (const auto* value : { "0", "true", "", "2" })
+    {
+        settings().setProperty ("checkForUpdates", value, nullptr);
+        EXPECT_EQ (requestsAfterOpening(), 0) << value;
+    }
+}
+
+TEST_F (PluginEditorUpdateTest, BetaAsksNothing)
+{
+    product.beta = true;
+    EXPECT_EQ (requestsAfterOpening(), 0);
+}
+
+TEST_F (PluginEditorUpdateTest, EditorThatClosesAtOnceAsksNothing)
+{
+    {
+        const EditorWindow editor (product);
+    }
+    runMessageLoopFor (askedByNowMilliseconds);
+    EXPECT_EQ (server.getNumConnections(), 0);
+    EXPECT_EQ (get ("lastVersionCheck"), 0);
+}
+
+TEST_F (PluginEditorUpdateTest, EditorClosesWhileACheckRuns)
+{
+    answer (HttpReply::Manner::silent);
+    auto editor = std::make_unique<EditorWindow> (product);
+    ASSERT_TRUE (runMessageLoopUntil ([&] { return server.getRequests().size() == 1; }));
+
+    const auto start = now();
+    editor.reset();
+    EXPECT_LT (now() - start, 1000);
+    runMessageLoopFor (100);
+    EXPECT_EQ (get ("lastVersionCheck"), 0);
+}
+
+/** What a finished check of a given outcome leads to, without any server. */
+class PluginEditorPolicyTest : public PluginEditorUpdateTest
+{
+protected:
+    PluginEditorPolicyTest() { settings().setProperty ("checkForUpdates", "0", nullptr); }
+
+    /** Whether the change log is asked for. */
+    bool fetchesChangeLog (bool updateAvailable, juce::int64 releaseTimeMs, juce::int64 lastChangeLogTime)
+    {
+        set ("lastChangeLogTime", lastChangeLogTime);
+        set ("lastVersionCheck", 0);
+        const EditorWindow editor (product);
+        UpdateChecker checker ("1.0.0");
+        editor->versionCheckFinished (checker, updateAvailable, releaseTimeMs);
+        EXPECT_GT (get ("lastVersionCheck"), 0);
+
+        const auto fetches = checker.changeLogMode;
+        EXPECT_EQ (get ("lastChangeLogTime") != lastChangeLogTime, fetches);
+        return fetches;
+    }
+};
+
+TEST_F (PluginEditorPolicyTest, ShowsANewVersionOnItsFirstDayAndThenOnceAWeek)
+{
+    const auto longAgo = now() - weekMilliseconds - 60000;
+    const auto lately = now() - weekMilliseconds + 60000;
+    const auto fresh = now() - dayMilliseconds + 60000;
+    const auto stale = now() - dayMilliseconds - 60000;
+
+    EXPECT_TRUE (fetchesChangeLog (true, fresh, lately));
+    EXPECT_TRUE (fetchesChangeLog (true, stale, longAgo));
+    EXPECT_TRUE (fetchesChangeLog (true, stale, 0));
+    EXPECT_FALSE (fetchesChangeLog (true, stale, lately));
+    EXPECT_FALSE (fetchesChangeLog (false, fresh, longAgo));
+    EXPECT_TRUE (fetchesChangeLog (true, std::numeric_limits<juce::int64>::max(), lately));
+    EXPECT_FALSE (fetchesChangeLog (true, std::numeric_limits<juce::int64>::min(), lately));
+}
+} // namespace
+} // namespace cv::pluginCore

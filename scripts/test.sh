@@ -38,10 +38,11 @@ cd "$root"
 
 prepare_machine "$install" "build and test Varlo" "$build_packages $test_packages" "$build_tools $test_tools"
 
-# The tests get a display of their own: they need none to be there and open no window on the user's.
+# The tests get a display of their own: they need none to be there and open no window on the user's. A server
+# that forgets everything whenever its last client goes may do so while the next test is just connecting.
 with_display() {
     if [ -n "$test_tools" ]; then
-        xvfb-run --auto-servernum "$@"
+        xvfb-run --auto-servernum --server-args="-screen 0 1600x1200x24 -noreset" "$@"
     else
         "$@"
     fi

@@ -1,0 +1,80 @@
+#include "controls/BlinkingLed.h"
+
+namespace cv::varlo
+{
+namespace
+{
+constexpr int longestFlashMs = 40;
+constexpr int shortestFlashMs = 20;
+constexpr int shortestTimerIntervalMs = 1;
+
+const juce::Colour productColour = juce::Colour (0xff6dce58).interpolatedWith (juce::Colour (0xff35b778), 0.5f);
+const juce::Colour rimTopColour { 0xff171717 };
+const juce::Colour rimBottomColour { 0xff191919 };
+} // namespace
+
+BlinkingLed::~BlinkingLed() = default;
+
+void BlinkingLed::setBlinkInterval (int ms)
+{
+    blinkIntervalMs = ms;
+
+    // A timer with a shorter interval is widened by its next tick.
+    if (getTimerInterval() == ms || (isTimerRunning() && getTimerInterval() < ms))
+        return;
+
+    startTimer (juce::jmax (ms, shortestTimerIntervalMs));
+
+    if (juce::Time::getMillisecondCounterHiRes() - lastBlinkTimeMs > ms)
+        timerCallback();
+}
+
+void BlinkingLed::setLedColour (juce::Colour colour)
+{
+    if (std::exchange (ledColour, colour) != colour)
+        repaint();
+}
+
+void BlinkingLed::setLit (bool shouldBeLit)
+{
+    if (std::exchange (lit, shouldBeLit) != shouldBeLit)
+        repaint();
+}
+
+void BlinkingLed::timerCallback()
+{
+    lastBlinkTimeMs = juce::Time::getMillisecondCounterHiRes();
+
+    if (blinkIntervalMs > getTimerInterval())
+        startTimer (juce::jmax (blinkIntervalMs, shortestTimerIntervalMs));
+
+    setLit (true);
+
+    const auto flashMs = juce::jmin (blinkIntervalMs / 4, longestFlashMs);
+
+    if (flashMs < shortestFlashMs)
+        return;
+
+    juce::Timer::callAfterDelay (flashMs,
+                                 [led = juce::Component::SafePointer<BlinkingLed> (this)]
+                                 {
+                                     if (led != nullptr)
+                                         led->setLit (false);
+                                 });
+}
+
+void BlinkingLed::paint (juce::Graphics& g)
+{
+    setLedColour (productColour);
+
+    const auto width = static_cast<float> (getWidth());
+    const auto height = static_cast<float> (getHeight());
+    constexpr auto rimThickness = 2.0f;
+
+    g.setColour (lit ? ledColour : juce::Colours::black);
+    g.fillEllipse (0.0f, 0.0f, width, height);
+
+    g.setGradientFill (juce::ColourGradient (rimTopColour, 0.0f, 0.0f, rimBottomColour, 0.0f, height, false));
+    g.drawEllipse (1.0f, 1.0f, juce::jmax (width - 2.0f, 0.0f), juce::jmax (height - 2.0f, 0.0f), rimThickness);
+}
+} // namespace cv::varlo

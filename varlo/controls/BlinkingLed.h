@@ -1,0 +1,37 @@
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+namespace cv::varlo
+{
+/** A round lamp that flashes once in every interval, for a quarter of it and 40 ms at most. Where a quarter would
+    be under 20 ms it stays lit. Message thread.
+*/
+class BlinkingLed final : public juce::Component, public juce::Timer
+{
+public:
+    BlinkingLed() = default;
+    ~BlinkingLed() override;
+
+    /** Milliseconds from flash to flash; 0 on a lamp that has never flashed leaves it dark. A longer interval
+        counts from the next flash on, a shorter one at once.
+    */
+    void setBlinkInterval (int ms);
+
+    /** The colour of the lit lamp. */
+    void setLedColour (juce::Colour);
+
+    void paint (juce::Graphics&) override;
+    void timerCallback() override;
+
+private:
+    void setLit (bool);
+
+    bool lit = false;
+    juce::Colour ledColour = juce::Colours::red;
+    int blinkIntervalMs = 0;
+    double lastBlinkTimeMs = 0.0;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (BlinkingLed)
+};
+} // namespace cv::varlo

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+namespace cv::varlo
+{
+/** A knob for a parameter, with a caption below. Its changes can be undone if the tree has an undo manager.
+    Message thread.
+*/
+class LabelledSlider final : public juce::Component
+{
+public:
+    /** The tree outlives it. A knob for a parameter that the tree doesn't have moves nothing. */
+    LabelledSlider (juce::AudioProcessorValueTreeState& state,
+                    const juce::String& parameterID,
+                    const juce::String& caption);
+
+    ~LabelledSlider() override;
+
+    void resized() override;
+
+private:
+    juce::Slider slider { juce::Slider::RotaryVerticalDrag, juce::Slider::TextBoxBelow };
+    std::unique_ptr<juce::SliderParameterAttachment> attachment; // goes before the slider does
+    juce::Label label;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (LabelledSlider)
+};
+} // namespace cv::varlo

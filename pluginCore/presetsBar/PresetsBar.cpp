@@ -3,6 +3,7 @@
 #include "lookAndFeel/ColourIds.h"
 #include "presetsBar/ChevronPath.h"
 #include "presetsBar/PresetFiles.h"
+#include "presetsBar/PresetsBarLayout.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
@@ -98,17 +99,10 @@ void PresetsBar::resized()
         return;
     }
 
-    // The left arrow alone is inset.
-    const auto width = getWidth();
-    const auto height = getHeight();
-    const auto side = juce::jmin (width, height);
-    const auto inset = height / 6;
-    const auto rest = width - side;
-    const auto nextSide = juce::jmin (rest, height);
-
-    previousButton.setBounds (0, inset, side, height - 2 * inset);
-    nextButton.setBounds (width - nextSide, 0, nextSide, height);
-    presetsButton.setBounds (side, 0, rest - nextSide, height);
+    const auto layout = layOutPresetsBar (getWidth(), getHeight());
+    previousButton.setBounds (layout.previousButton);
+    presetsButton.setBounds (layout.presetsButton);
+    nextButton.setBounds (layout.nextButton);
 }
 
 void PresetsBar::rebuildMenu()

@@ -54,6 +54,11 @@ juce::Rectangle<int> getTextArea (const juce::Image& image, juce::Colour colour)
                          });
 }
 
+juce::Colour asDrawn (juce::Colour colour)
+{
+    return render (1, 1, [&] (juce::Graphics& g) { g.fillAll (colour); }).getPixelAt (0, 0);
+}
+
 int getGreatestAlpha (const juce::Image& image, juce::Rectangle<int> area)
 {
     auto greatest = 0;

@@ -20,6 +20,9 @@ juce::Rectangle<int> getInkArea (const juce::Image&);
 juce::Rectangle<int> getAreaOf (const juce::Image&, juce::Colour);
 juce::Rectangle<int> getTextArea (const juce::Image&, juce::Colour);
 
+/** A colour as it comes back from a transparent image: a translucent one loses some of its precision there. */
+juce::Colour asDrawn (juce::Colour);
+
 /** The alpha, from 0 to 255, of the most opaque pixel in the area. */
 int getGreatestAlpha (const juce::Image&, juce::Rectangle<int> area);
 

@@ -1,0 +1,12 @@
+#include "lookAndFeel/EmbeddedFont.h"
+
+namespace cv::pluginCore
+{
+juce::Font makeEmbeddedFont (const char* fontFile, int sizeBytes)
+{
+    constexpr auto fontHeight = 14.0f;
+
+    const auto typeface = juce::Typeface::createSystemTypefaceFor (fontFile, static_cast<size_t> (sizeBytes));
+    return juce::FontOptions (typeface).withHeight (fontHeight);
+}
+} // namespace cv::pluginCore

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <juce_graphics/juce_graphics.h>
+
+namespace cv::varlo
+{
+/** Where the header's two visible buttons lie, in the header's own coordinates. */
+struct HeaderButtonAreas
+{
+    juce::Rectangle<int> logo;
+    juce::Rectangle<int> info;
+};
+
+/** The buttons of a header of this size in units: from its top to its bottom, the logo near the left edge, and
+    the information button near the right one, in what a header's proportions leave there. Any thread.
+*/
+HeaderButtonAreas layOutHeaderButtons (int width, int height) noexcept;
+} // namespace cv::varlo

@@ -1,0 +1,242 @@
+#include "lookAndFeel/PluginLookAndFeel.h"
+
+#include "lookAndFeel/ButtonPainter.h"
+#include "lookAndFeel/ControlState.h"
+#include "lookAndFeel/HeaderLayout.h"
+#include "lookAndFeel/LinearSliderPainter.h"
+#include "lookAndFeel/PopupMenuPainter.h"
+#include "lookAndFeel/ResizerPainter.h"
+#include "lookAndFeel/RotarySliderPainter.h"
+#include "lookAndFeel/ShadowOffset.h"
+#include "lookAndFeel/SheenLabelPainter.h"
+#include "lookAndFeel/SliderLayout.h"
+#include "presetsBar/PresetsBarLayout.h"
+
+namespace cv::varlo
+{
+PluginLookAndFeel::PluginLookAndFeel()
+{
+    setPalette();
+}
+
+void PluginLookAndFeel::setPalette()
+{
+    const juce::Colour panel (0xff151515), text (0xffcfcfcf), accent (0xff1e9d88);
+
+    setColour (juce::Label::textColourId, text);
+    setColour (juce::Slider::textBoxTextColourId, text);
+    setColour (juce::Slider::textBoxOutlineColourId, juce::Colours::transparentBlack);
+    setColour (juce::Slider::textBoxHighlightColourId, juce::Colour (0x805eb9aa));
+    setColour (juce::Slider::thumbColourId, accent);
+    setColour (juce::TextButton::buttonColourId, accent);
+    setColour (juce::TextButton::textColourOffId, accent);
+    setColour (juce::TextButton::textColourOnId, juce::Colour (0xff0f0f0f));
+    setColour (juce::PopupMenu::backgroundColourId, juce::Colour (0xfa141414));
+    setColour (juce::PopupMenu::textColourId, panel.contrasting (0.9f));
+    setColour (juce::PopupMenu::headerTextColourId, panel);
+    setColour (juce::PopupMenu::highlightedBackgroundColourId, panel);
+    setColour (juce::PopupMenu::highlightedTextColourId, accent);
+    setColour (juce::ScrollBar::thumbColourId, accent);
+    setColour (headerBackgroundColourId, panel);
+    setColour (presetsBarBackgroundColourId, panel);
+}
+
+void PluginLookAndFeel::drawButtonBackground (
+    juce::Graphics& g, juce::Button& button, const juce::Colour& background, bool isHighlighted, bool isDown)
+{
+    const auto state = getButtonState (button, isHighlighted, isDown);
+
+    paintButtonShape (g, makeButtonShape (button.getWidth(), button.getHeight()), state.isEnabled,
+                      getButtonFill (state, background, findColour (juce::Slider::trackColourId)),
+                      shadowOffsetFor (button));
+}
+
+juce::Font PluginLookAndFeel::getTextButtonFont (juce::TextButton&, int buttonHeight)
+{
+    return mediumFont.withHeight (0.6f * static_cast<float> (buttonHeight));
+}
+
+void PluginLookAndFeel::drawButtonText (juce::Graphics& g, juce::TextButton& button, bool isHighlighted, bool isDown)
+{
+    const auto state = getButtonState (button, isHighlighted, isDown);
+
+    // The identifiers are meant for dark buttons that light up; here an off button is the lit one.
+    const auto colour = getCaptionColour (state, findColour (juce::Label::textColourId),
+                                          button.findColour (juce::TextButton::textColourOnId),
+                                          button.findColour (juce::TextButton::textColourOffId));
+
+    paintCaption (g, button, state, getTextButtonFont (button, button.getHeight()), colour);
+}
+
+void PluginLookAndFeel::drawDrawableButton (juce::Graphics& g, juce::DrawableButton& button, bool, bool)
+{
+    paintDrawableButtonShadow (g, button);
+}
+
+void PluginLookAndFeel::drawPopupMenuBackground (juce::Graphics& g, int width, int height)
+{
+    constexpr auto cornerSize = 4.0f;
+
+    g.setColour (findColour (juce::PopupMenu::backgroundColourId));
+    g.fillRoundedRectangle (juce::Rectangle (width, height).toFloat(), cornerSize);
+}
+
+void PluginLookAndFeel::drawPopupMenuItem (juce::Graphics& g,
+                                           const juce::Rectangle<int>& area,
+                                           bool isSeparator,
+                                           bool isActive,
+                                           bool isHighlighted,
+                                           bool isTicked,
+                                           bool hasSubMenu,
+                                           const juce::String& text,
+                                           const juce::String& shortcutText,
+                                           const juce::Drawable* icon,
+                                           const juce::Colour* textColour)
+{
+    if (icon != nullptr)
+    {
+        LookAndFeel::drawPopupMenuItem (g, area, isSeparator, isActive, isHighlighted, isTicked, hasSubMenu, text,
+                                        shortcutText, icon, textColour);
+        return;
+    }
+
+    if (isSeparator)
+    {
+        paintMenuSeparator (g, area, findColour (juce::PopupMenu::backgroundColourId));
+        return;
+    }
+
+    const MenuItemState item { isActive, isHighlighted, isTicked, hasSubMenu, text, shortcutText };
+    const auto ownColour = textColour != nullptr ? *textColour : findColour (juce::PopupMenu::textColourId);
+    const auto colour = item.standsOut() ? findColour (juce::PopupMenu::highlightedTextColourId) : ownColour;
+    paintMenuItem (g, area, item, getPopupMenuFont(), colour);
+}
+
+void PluginLookAndFeel::drawPopupMenuSectionHeader (juce::Graphics& g,
+                                                    const juce::Rectangle<int>& area,
+                                                    const juce::String& sectionName)
+{
+    paintMenuHeader (g, area, sectionName, getPopupMenuFont(), findColour (juce::PopupMenu::headerTextColourId));
+}
+
+juce::Font PluginLookAndFeel::getPopupMenuFont()
+{
+    constexpr auto smallestHeight = 11.0f, widthProportion = 1.0f / 35.0f;
+
+    return LookAndFeel::regularFont.withHeight (
+        juce::jmax (smallestHeight, static_cast<float> (editorWidth) * widthProportion));
+}
+
+void PluginLookAndFeel::getIdealPopupMenuItemSize (
+    const juce::String& text, bool isSeparator, int standardMenuItemHeight, int& idealWidth, int& idealHeight)
+{
+    const auto size = getIdealMenuItemSize (text, isSeparator, standardMenuItemHeight, getPopupMenuFont());
+    idealWidth = size.x;
+    idealHeight = size.y;
+}
+
+int PluginLookAndFeel::getPopupMenuBorderSize()
+{
+    return 3;
+}
+
+void PluginLookAndFeel::drawLabel (juce::Graphics& g, juce::Label& label)
+{
+    const auto textArea = getLabelBorderSize (label).subtractedFrom (label.getLocalBounds());
+    paintSheenLabel (g, label, getLabelFont (label), textArea);
+}
+
+juce::Font PluginLookAndFeel::getLabelFont (juce::Label& label)
+{
+    return mediumFont.withHeight (getSheenLabelFontHeight (label));
+}
+
+void PluginLookAndFeel::drawLinearSlider (juce::Graphics& g,
+                                          int x,
+                                          int y,
+                                          int width,
+                                          int height,
+                                          float sliderPosition,
+                                          float minSliderPosition,
+                                          float maxSliderPosition,
+                                          juce::Slider::SliderStyle style,
+                                          juce::Slider& slider)
+{
+    paintLinearSlider (g, { x, y, width, height },
+                       { style, sliderPosition, minSliderPosition, maxSliderPosition, slider.getTextBoxWidth() != 0,
+                         slider.isEnabled(), isHovered (slider), slider.getMouseXYRelative().toFloat(),
+                         slider.findColour (juce::Slider::trackColourId, true),
+                         slider.findColour (juce::Slider::thumbColourId, true) });
+}
+
+void PluginLookAndFeel::drawRotarySlider (juce::Graphics& g,
+                                          int x,
+                                          int y,
+                                          int width,
+                                          int height,
+                                          float sliderPosition,
+                                          float rotaryStartAngle,
+                                          float rotaryEndAngle,
+                                          juce::Slider& slider)
+{
+    paintRotarySlider (g, getRotaryRing ({ x, y, width, height }),
+                       getRotarySliderState (slider, sliderPosition, rotaryStartAngle, rotaryEndAngle));
+}
+
+int PluginLookAndFeel::getSliderThumbRadius (juce::Slider&)
+{
+    return 1;
+}
+
+juce::Label* PluginLookAndFeel::createSliderTextBox (juce::Slider& slider)
+{
+    return std::make_unique<SliderLabelComp> (slider).release();
+}
+
+juce::Slider::SliderLayout PluginLookAndFeel::getSliderLayout (juce::Slider& slider)
+{
+    return layOutSlider (slider.getWidth(), slider.getHeight(), slider.isRotary());
+}
+
+void PluginLookAndFeel::drawCornerResizer (
+    juce::Graphics& g, int width, int height, bool isMouseOver, bool isMouseDragging)
+{
+    const auto groove = findColour (juce::Slider::trackColourId);
+    paintCornerResizer (g, width, height, getCornerDotColour (groove, isMouseOver || isMouseDragging));
+}
+
+void PluginLookAndFeel::drawResizableFrame (juce::Graphics& g,
+                                            int width,
+                                            int height,
+                                            const juce::BorderSize<int>& border)
+{
+    constexpr auto contrast = 0.01f;
+    paintResizableFrame (g, width, height, border,
+                         findColour (juce::PopupMenu::backgroundColourId).contrasting (contrast));
+}
+
+void PluginLookAndFeel::positionHeaderComponents (pluginCore::PluginHeaderComponent& header,
+                                                  pluginCore::PresetsBar& bar,
+                                                  juce::Button&,
+                                                  juce::Button&,
+                                                  juce::Button& info,
+                                                  juce::Button& logo)
+{
+    const auto areas = layOutHeaderButtons (header.getWidth(), header.getHeight());
+    logo.setBounds (areas.logo);
+    info.setBounds (areas.info);
+    bar.setBounds (header.getPresetsBarArea());
+}
+
+void PluginLookAndFeel::positionPresetsBar (pluginCore::PresetsBar& bar,
+                                            juce::TextButton& presetsButton,
+                                            juce::Button& previousButton,
+                                            juce::Button& nextButton)
+{
+    const auto layout = pluginCore::layOutPresetsBar (bar.getWidth(), bar.getHeight());
+    previousButton.setBounds (layout.previousButton);
+    presetsButton.setBounds (layout.presetsButton);
+    nextButton.setBounds (
+        layout.nextButton.withY (layout.previousButton.getY()).withHeight (layout.previousButton.getHeight()));
+}
+} // namespace cv::varlo

@@ -1,0 +1,163 @@
+#include "lookAndFeel/PopupMenuPainter.h"
+
+#include "lookAndFeel/FontFitting.h"
+
+namespace cv::varlo
+{
+namespace
+{
+constexpr auto fontProportion = 0.75f;
+constexpr auto standardSqueezing = 0.0f;
+
+/** Whole units, the fraction cut off. */
+int portion (float ratio, int length) noexcept
+{
+    return static_cast<int> (ratio * static_cast<float> (length));
+}
+
+juce::Rectangle<int> getCell (juce::Rectangle<int> itemArea) noexcept
+{
+    constexpr auto margin = 3;
+
+    return { itemArea.getX() + margin, itemArea.getY() + margin, juce::jmax (itemArea.getWidth() - 2 * margin, 0),
+             juce::jmax (itemArea.getHeight() - 2 * margin, 0) };
+}
+
+/** Sets a colour, fainter for what can't be chosen and isn't ticked either. */
+void setInk (juce::Graphics& g, const MenuItemState& item, juce::Colour colour)
+{
+    constexpr auto inactiveOpacity = 0.4f;
+
+    g.setColour (colour);
+
+    if (! item.isActive && ! item.isTicked)
+        g.setOpacity (inactiveOpacity);
+}
+} // namespace
+
+juce::Rectangle<int> getMenuSeparator (juce::Rectangle<int> itemArea) noexcept
+{
+    constexpr auto sideMargin = 4;
+
+    const auto width = juce::jmax (itemArea.getWidth() - 2 * sideMargin, 0);
+    const auto top = juce::jmax (itemArea.getHeight() / 2 - 1, 0);
+    return { itemArea.getX() + sideMargin, itemArea.getY() + top, width, juce::jmin (itemArea.getHeight() - top, 1) };
+}
+
+MenuItemLayout layOutMenuItem (juce::Rectangle<int> itemArea, const MenuItemState& item, float arrowHeight)
+{
+    constexpr auto rightMargin = 3;
+    constexpr auto arrowProportion = 0.6f;
+
+    const auto unit = portion (0.4f, itemArea.getHeight());
+    auto cell = getCell (itemArea);
+    MenuItemLayout layout;
+
+    if (item.hasMarker())
+        layout.marker = { cell.getX() + unit / 4, cell.getY(), unit / 2, cell.getHeight() };
+
+    cell.removeFromLeft (juce::jmin (item.hasSubMenu ? unit : unit / 2, cell.getWidth()));
+
+    if (item.hasSubMenu)
+    {
+        const auto arrow = cell.removeFromRight (juce::jmin (static_cast<int> (arrowHeight), cell.getWidth()));
+        const auto x = static_cast<float> (arrow.getX());
+        const auto y = static_cast<float> (arrow.getCentreY());
+        layout.arrow.addTriangle (x, y - 0.5f * arrowHeight, x, y + 0.5f * arrowHeight,
+                                  x + arrowProportion * arrowHeight, y);
+    }
+
+    cell.removeFromRight (juce::jmin (rightMargin, cell.getWidth()));
+    cell.removeFromLeft (item.hasMarker() ? juce::jmin (unit / 4, cell.getWidth()) : 0);
+    layout.text = cell;
+    return layout;
+}
+
+float getMenuItemFontHeight (juce::Rectangle<int> itemArea, const juce::Font& font, const juce::String& text)
+{
+    const auto area = itemArea.toFloat();
+    return juce::jmin (pluginCore::fitFontHeight (font, area.getWidth(), area.getHeight(), text, 0.0f),
+                       fontProportion * area.getHeight());
+}
+
+juce::Point<int> getIdealMenuItemSize (const juce::String& text,
+                                       bool isSeparator,
+                                       int standardHeight,
+                                       const juce::Font& font)
+{
+    constexpr auto separatorWidth = 50;
+    constexpr auto separatorHeight = 10;
+
+    if (isSeparator)
+        return { separatorWidth, standardHeight > 0 ? standardHeight / 10 : separatorHeight };
+
+    const auto height = standardHeight > 0 ? standardHeight : juce::roundToInt (0.8f * font.getHeight());
+    const auto textFont = font.withHeight (fontProportion * static_cast<float> (height));
+    const auto textWidth = static_cast<int> (std::ceil (juce::GlyphArrangement::getStringWidth (textFont, text)));
+    return { juce::jmax (2 * height, height + textWidth), height };
+}
+
+void paintMenuSeparator (juce::Graphics& g, juce::Rectangle<int> itemArea, juce::Colour background)
+{
+    g.setColour (background.contrasting (0.15f));
+    g.fillRect (getMenuSeparator (itemArea));
+}
+
+void paintMenuItem (juce::Graphics& g,
+                    juce::Rectangle<int> itemArea,
+                    const MenuItemState& item,
+                    const juce::Font& menuFont,
+                    juce::Colour colour)
+{
+    constexpr auto arrowProportion = 0.6f;
+    constexpr auto shortcutProportion = 0.75f, shortcutSqueezing = 0.95f;
+
+    const auto layout = layOutMenuItem (itemArea, item, arrowProportion * menuFont.getAscent());
+    const auto font = menuFont.withHeight (getMenuItemFontHeight (itemArea, menuFont, item.text));
+
+    g.setColour (colour);
+    g.fillRect (layout.marker);
+
+    setInk (g, item, colour);
+    g.fillPath (layout.arrow);
+
+    g.setFont (font);
+    g.drawFittedText (item.text, layout.text, juce::Justification::centredLeft, 1, standardSqueezing);
+
+    if (item.shortcutText.isEmpty())
+        return;
+
+    g.setFont (font.withHeight (shortcutProportion * font.getHeight()).withHorizontalScale (shortcutSqueezing));
+    g.drawText (item.shortcutText, layout.text, juce::Justification::centredRight, true);
+}
+
+juce::Rectangle<int> getMenuHeaderBand (juce::Rectangle<int> itemArea) noexcept
+{
+    const auto margin = portion (0.15f, itemArea.getHeight());
+    return itemArea.withY (itemArea.getY() + margin).withHeight (juce::jmax (itemArea.getHeight() - 2 * margin, 0));
+}
+
+juce::Rectangle<int> getMenuHeaderTextArea (juce::Rectangle<int> itemArea) noexcept
+{
+    const auto indent = portion (0.2f, itemArea.getHeight());
+
+    return { itemArea.getX() + indent, itemArea.getY() + indent / 4, juce::jmax (itemArea.getWidth() - indent, 0),
+             juce::jmax (itemArea.getHeight() - indent, 0) };
+}
+
+void paintMenuHeader (juce::Graphics& g,
+                      juce::Rectangle<int> itemArea,
+                      const juce::String& text,
+                      const juce::Font& menuFont,
+                      juce::Colour colour)
+{
+    constexpr auto headerFontProportion = 0.8f;
+
+    g.setColour (colour.contrasting (0.9f));
+    g.fillRect (getMenuHeaderBand (itemArea));
+
+    g.setFont (menuFont.withHeight (headerFontProportion * menuFont.getHeight()));
+    g.setColour (colour);
+    g.drawFittedText (text, getMenuHeaderTextArea (itemArea), juce::Justification::bottomLeft, 1, standardSqueezing);
+}
+} // namespace cv::varlo

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+namespace cv::varlo
+{
+/** What decides how high a control seems to lie above the panel. */
+struct ShadowCaster
+{
+    bool isEnabled = true;
+    bool isMouseOver = false; // or dragging it
+    bool isMouseDown = false; // on the control
+    juce::ModifierKeys modifiers;
+};
+
+/** How far a control's shadow is shifted, in units: a little at rest, further under the mouse, not at all while
+    it is pressed or when it is disabled. A mouse that is about to open a menu doesn't move it. Any thread.
+*/
+juce::Point<int> getShadowOffset (const ShadowCaster&) noexcept;
+
+/** The same for a control as it stands. Message thread. */
+juce::Point<int> shadowOffsetFor (const juce::Component&);
+} // namespace cv::varlo

@@ -1,0 +1,27 @@
+#include "lookAndFeel/SliderLayout.h"
+
+namespace cv::varlo
+{
+namespace
+{
+int roundedPortion (float ratio, int length) noexcept
+{
+    return juce::roundToInt (ratio * static_cast<float> (length));
+}
+} // namespace
+
+juce::Slider::SliderLayout layOutSlider (int width, int height, bool isRotary) noexcept
+{
+    juce::Rectangle<int> area (width, height);
+
+    if (isRotary)
+    {
+        const auto boxWidth = roundedPortion (0.8f, width);
+        const auto boxHeight = roundedPortion (0.25f, height);
+        return { area, { (width - boxWidth) / 2, (height - boxHeight) / 2, boxWidth, boxHeight } };
+    }
+
+    const auto textBox = area.removeFromRight (juce::jmin (roundedPortion (0.2f, width), width));
+    return { area, textBox };
+}
+} // namespace cv::varlo

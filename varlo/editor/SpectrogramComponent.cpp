@@ -1,0 +1,82 @@
+#include "editor/SpectrogramComponent.h"
+
+#include "spectrum/SpectrogramImage.h"
+
+namespace cv::varlo
+{
+namespace
+{
+constexpr int refreshIntervalMs = 33;
+
+const juce::Colour blankColour { 0xff060606 };
+const juce::Colour surroundColour { 0xff151515 };
+const juce::Colour frameTopColour { 0xff171717 };
+const juce::Colour frameBottomColour { 0xff191919 };
+} // namespace
+
+SpectrogramComponent::SpectrogramComponent (FFTProcessor& source) : fftProcessor (source)
+{
+    fftProcessor.onSampleRateChanged = [this] (double) { rebuildImage(); };
+    rebuildImage();
+
+    setOpaque (true);
+    startTimer (refreshIntervalMs);
+}
+
+SpectrogramComponent::~SpectrogramComponent()
+{
+    fftProcessor.onSampleRateChanged = nullptr;
+}
+
+void SpectrogramComponent::rebuildImage()
+{
+    historyImage = createSpectrogramImage (fftProcessor.sampleRate);
+}
+
+void SpectrogramComponent::timerCallback()
+{
+    columnBuffer.resize (FFTProcessor::numBins);
+
+    while (fftProcessor.spectrumFifo.pop (columnBuffer.data(), FFTProcessor::numBins))
+    {
+        appendSpectrogramColumn (historyImage, columnBuffer);
+        repaint();
+    }
+}
+
+void SpectrogramComponent::paint (juce::Graphics& g)
+{
+    g.fillAll (blankColour);
+
+    if (historyImage.isNull())
+        return;
+
+    const auto width = static_cast<float> (juce::jmax (getWidth() - 2, 0));
+    const auto height = static_cast<float> (juce::jmax (getHeight() - 2, 0));
+
+    g.drawImageTransformed (historyImage,
+                            juce::AffineTransform::scale (width / static_cast<float> (historyImage.getWidth()),
+                                                          height / static_cast<float> (historyImage.getHeight()))
+                                .translated (1.0f, 1.0f));
+}
+
+void SpectrogramComponent::paintOverChildren (juce::Graphics& g)
+{
+    const auto size = getLocalBounds().toFloat();
+    const auto frame = juce::Rectangle (0.5f, 0.5f, juce::jmax (size.getWidth() - 1.0f, 0.0f),
+                                        juce::jmax (size.getHeight() - 1.0f, 0.0f));
+    const auto cornerSize = 0.03f * size.getHeight();
+
+    juce::Path outsideOfFrame;
+    outsideOfFrame.addRectangle (size);
+    outsideOfFrame.setUsingNonZeroWinding (false);
+    outsideOfFrame.addRoundedRectangle (frame, cornerSize);
+
+    g.setColour (surroundColour);
+    g.fillPath (outsideOfFrame);
+
+    g.setGradientFill (
+        juce::ColourGradient (frameTopColour, 0.0f, 0.0f, frameBottomColour, 0.0f, size.getHeight(), false));
+    g.drawRoundedRectangle (frame, cornerSize, 1.0f);
+}
+} // namespace cv::varlo

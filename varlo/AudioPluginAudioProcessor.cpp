@@ -21,7 +21,7 @@ const juce::String presetExtension = ".cvpreset";
 
 pluginCore::ProductInfo makeProductInfo()
 {
-    return { VARLO_NAME, VARLO_VERSION, VARLO_COMPANY };
+    return { VARLO_NAME, VARLO_VERSION, VARLO_COMPANY, VARLO_MAKERS_WEB_SITE };
 }
 
 pluginCore::PresetLocations getPresetLocations()

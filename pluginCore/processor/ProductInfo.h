@@ -15,5 +15,8 @@ struct ProductInfo
 
     /** The maker; also the name of the folder that its products share. */
     juce::String company;
+
+    /** The maker's web site, an address without a path. */
+    juce::String companyWebSite {};
 };
 } // namespace cv::pluginCore

@@ -1,37 +1,118 @@
 #include "editor/AudioPluginAudioProcessorEditor.h"
 
+#include "editor/EditorLayout.h"
+#include "parameters/ParameterIds.h"
+
+#include <VarloResources.h>
+
 namespace cv::varlo
 {
 namespace
 {
-constexpr float headerProportion = 0.12f;
-const juce::Colour background { 0xff151515 };
+constexpr double longestTapIntervalMs = 10000.0;
+
+const juce::Colour backgroundColour { 0xff151515 };
+const juce::Colour ledColour = juce::Colour (0xff6dce58).interpolatedWith (juce::Colour (0xff35b778), 0.5f);
+
+juce::AudioParameterFloat& findDelayParameter (const juce::AudioProcessorValueTreeState& tree)
+{
+    return dynamic_cast<juce::AudioParameterFloat&> (*tree.getParameter (parameterIds::delay));
+}
 } // namespace
 
 AudioPluginAudioProcessorEditor::AudioPluginAudioProcessorEditor (AudioPluginAudioProcessor& audioProcessor)
     : PluginEditor (audioProcessor)
     , header (audioProcessor.getPresetsManager(), &audioProcessor.getUndoManager())
-    , parameterList (audioProcessor)
+    , spectrogram (audioProcessor.getFFTProcessor())
+    , aboutPanel (audioProcessor)
+    , delaySlider (audioProcessor.getValueTreeState(), parameterIds::delay, "Delay")
+    , feedbackSlider (audioProcessor.getValueTreeState(), parameterIds::feedback, "Feedback")
+    , lowpassSlider (audioProcessor.getValueTreeState(), parameterIds::lowpass, "Lowpass")
+    , resonanceSlider (audioProcessor.getValueTreeState(), parameterIds::resonance, "Reso")
+    , degradeSlider (audioProcessor.getValueTreeState(), parameterIds::degrade, "Degrade")
+    , mixSlider (audioProcessor.getValueTreeState(), parameterIds::mix, "Mix")
+    , tapButton (longestTapIntervalMs)
+    , delayParameter (findDelayParameter (audioProcessor.getValueTreeState()))
+    , delayAttachment (delayParameter, [this] (float) { followDelay(); })
 {
-    parameterList.setLookAndFeel (&listLook);
-    addAndMakeVisible (header);
-    addAndMakeVisible (parameterList);
+    addComponents();
+    setUpLogo();
+
+    header.onLogoClicked = [this] { aboutPanel.setVisible (true); };
+    spectrogram.addMouseListener (this, true);
+
+    followDelay();
+    led.setLedColour (ledColour);
+
+    tapButton.setButtonText ("Tap");
+    tapButton.onTempoTapped = [this] (double ms) { setDelay (ms); };
 }
 
 AudioPluginAudioProcessorEditor::~AudioPluginAudioProcessorEditor()
 {
-    parameterList.setLookAndFeel (nullptr);
+    setLookAndFeel (nullptr);
+}
+
+void AudioPluginAudioProcessorEditor::addComponents()
+{
+    for (auto* const slider :
+         { &delaySlider, &feedbackSlider, &degradeSlider, &mixSlider, &lowpassSlider, &resonanceSlider })
+        addAndMakeVisible (slider);
+
+    addAndMakeVisible (header);
+    addAndMakeVisible (tapButton);
+    addAndMakeVisible (spectrogram);
+    addAndMakeVisible (led);
+    addChildComponent (aboutPanel);
+}
+
+void AudioPluginAudioProcessorEditor::setUpLogo()
+{
+    juce::Path logo;
+    logo.loadPathFromData (resources::logo_path, static_cast<size_t> (resources::logo_pathSize));
+
+    const auto background = header.findColour (pluginCore::headerBackgroundColourId);
+    const auto over = background.contrasting (0.65f);
+    header.setButtonShape (header.getLogoButton(), logo, background.contrasting (0.8f), background.contrasting (0.75f),
+                           over, over);
+}
+
+void AudioPluginAudioProcessorEditor::followDelay()
+{
+    led.setBlinkInterval (juce::roundToInt (delayParameter.get()));
+}
+
+void AudioPluginAudioProcessorEditor::setDelay (double ms)
+{
+    const auto newDelay = static_cast<float> (ms);
+
+    delayParameter.beginChangeGesture();
+
+    if (! juce::approximatelyEqual (delayParameter.get(), newDelay))
+        delayParameter.setValueNotifyingHost (delayParameter.convertTo0to1 (newDelay));
+
+    delayParameter.endChangeGesture();
 }
 
 void AudioPluginAudioProcessorEditor::paint (juce::Graphics& g)
 {
-    g.fillAll (background);
+    g.fillAll (backgroundColour);
 }
 
 void AudioPluginAudioProcessorEditor::resized()
 {
-    auto area = getLocalBounds();
-    header.setBounds (area.removeFromTop ((int) (headerProportion * (float) getHeight())));
-    parameterList.setBounds (area);
+    const auto layout = layOutEditor (getWidth(), getHeight());
+
+    aboutPanel.setBounds (getLocalBounds());
+    header.setBounds (layout.header);
+    spectrogram.setBounds (layout.spectrogram);
+    tapButton.setBounds (layout.tapButton);
+    led.setBounds (layout.led);
+    delaySlider.setBounds (layout.delay);
+    feedbackSlider.setBounds (layout.feedback);
+    degradeSlider.setBounds (layout.degrade);
+    lowpassSlider.setBounds (layout.lowpass);
+    resonanceSlider.setBounds (layout.resonance);
+    mixSlider.setBounds (layout.mix);
 }
 } // namespace cv::varlo

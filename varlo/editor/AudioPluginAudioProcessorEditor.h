@@ -1,15 +1,25 @@
 #pragma once
 
 #include "AudioPluginAudioProcessor.h"
+#include "controls/BlinkingLed.h"
+#include "controls/LabelledSlider.h"
+#include "controls/TapButton.h"
+#include "editor/AboutComponent.h"
 #include "editor/PluginEditor.h"
 #include "editor/PluginHeaderComponent.h"
+#include "editor/SpectrogramComponent.h"
+#include "lookAndFeel/PluginLookAndFeel.h"
 
 namespace cv::varlo
 {
-/** The plug-in's window: the header with the presets, and below it JUCE's plain list of the parameters. */
+/** The plug-in's window: the header, the spectrogram of the output, and a row with the tap button, the LED that
+    flashes at the delay time and the six knobs. Logo and information button show the about panel over all of it.
+    Message thread.
+*/
 class AudioPluginAudioProcessorEditor final : public pluginCore::PluginEditor
 {
 public:
+    /** The processor outlives the editor. */
     explicit AudioPluginAudioProcessorEditor (AudioPluginAudioProcessor&);
 
     ~AudioPluginAudioProcessorEditor() override;
@@ -18,13 +28,34 @@ public:
 
     double getEditorAspectRatio() const override { return 1.818f; }
 
+    void mouseDown (const juce::MouseEvent&) override {}
+
     void paint (juce::Graphics&) override;
     void resized() override;
 
 private:
+    using DefaultPluginLookAndFeel = pluginCore::DefaultLookAndFeel<PluginLookAndFeel>;
+
+    void addComponents();
+    void setUpLogo();
+    void followDelay();
+    void setDelay (double ms);
+
+    const std::shared_ptr<DefaultPluginLookAndFeel> lookAndFeelHolder = DefaultPluginLookAndFeel::getShared();
+
     pluginCore::PluginHeaderComponent header;
-    juce::LookAndFeel_V4 listLook; // the framework's large labels would cut the names
-    juce::GenericAudioProcessorEditor parameterList;
+    SpectrogramComponent spectrogram;
+    AboutComponent aboutPanel;
+    LabelledSlider delaySlider;
+    LabelledSlider feedbackSlider;
+    LabelledSlider lowpassSlider;
+    LabelledSlider resonanceSlider;
+    LabelledSlider degradeSlider;
+    LabelledSlider mixSlider;
+    BlinkingLed led;
+    TapButton tapButton;
+    juce::AudioParameterFloat& delayParameter; // milliseconds
+    juce::ParameterAttachment delayAttachment;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (AudioPluginAudioProcessorEditor)
 };

@@ -140,6 +140,12 @@ int PluginLookAndFeel::getPopupMenuBorderSize()
     return 3;
 }
 
+void PluginLookAndFeel::preparePopupMenuWindow (juce::Component& menu)
+{
+    if (menu.getParentComponent() != nullptr)
+        menu.setOpaque (false);
+}
+
 void PluginLookAndFeel::drawLabel (juce::Graphics& g, juce::Label& label)
 {
     const auto textArea = getLabelBorderSize (label).subtractedFrom (label.getLocalBounds());

@@ -77,6 +77,11 @@ public:
                                     int& idealHeight) override;
     int getPopupMenuBorderSize() override;
 
+    /** Lets the editor show at the round corners of its menus. Where windows can't be translucent JUCE takes
+        menus for opaque, even those that are no windows.
+    */
+    void preparePopupMenuWindow (juce::Component&) override;
+
     void drawLabel (juce::Graphics&, juce::Label&) override;
     juce::Font getLabelFont (juce::Label&) override;
 

@@ -155,6 +155,27 @@ TEST_F (VarloEditorTest, ItsLookIsTheDefaultWhileOneIsOpen)
     EXPECT_EQ (dynamic_cast<PluginLookAndFeel*> (&juce::LookAndFeel::getDefaultLookAndFeel()), nullptr);
 }
 
+TEST_F (VarloEditorTest, ShowsThroughAtTheCornersOfItsMenu)
+{
+    editor->addToDesktop (0);
+    editor->setVisible (true);
+    findComponent<juce::TextButton> (find<pluginCore::PresetsBar>())->triggerClick();
+    ASSERT_TRUE (runMessageLoopUntil ([] { return juce::Component::getCurrentlyModalComponent() != nullptr; }));
+
+    auto& menu = *juce::Component::getCurrentlyModalComponent();
+    ASSERT_EQ (menu.getParentComponent(), editor.get());
+    EXPECT_FALSE (menu.isOpaque());
+
+    const auto corner = menu.getBounds().getBottomLeft().translated (0, -1);
+    const auto withMenu = render (*editor).getPixelAt (corner.x, corner.y);
+    menu.setVisible (false);
+    const auto withoutMenu = render (*editor).getPixelAt (corner.x, corner.y);
+    EXPECT_NEAR (withMenu.getRed(), withoutMenu.getRed(), 12);
+
+    juce::PopupMenu::dismissAllActiveMenus();
+    EXPECT_TRUE (runMessageLoopUntil ([] { return juce::Component::getCurrentlyModalComponent() == nullptr; }));
+}
+
 TEST_F (VarloEditorTest, ManyOpeningsLeaveNothingBehind)
 {
     for (auto i = 0; i < 20; ++i)

@@ -7,6 +7,7 @@
 # The one list of JUCE settings of the plug-in. All that ends up in one binary must agree on it.
 add_library(cv_juce_config INTERFACE)
 target_compile_definitions(cv_juce_config INTERFACE
+    JUCE_JACK=0
     JUCE_USE_CURL=1
     JUCE_WEB_BROWSER=0
     JUCE_VST3_CAN_REPLACE_VST2=0

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds Varlo, installs it for this user and plays a recording through it.
+# Builds Varlo, installs it for this user, plays a recording through it and opens it.
 set -Eeuo pipefail
 
 # shellcheck source=scripts/lib/setup.sh
@@ -7,22 +7,27 @@ set -Eeuo pipefail
 
 usage() {
     cat <<EOF
-usage: $command_name [--no-install]
+usage: $command_name [--no-install] [--no-open]
 
-Builds the Varlo plug-in and the offline host varlo-render into dist/, installs the plug-in in
-~/.vst3 (a Varlo.vst3 that is there already is replaced) and renders the demo recording through it
-into dist/demo.wav. Installs the Debian or Ubuntu packages that the build lacks.
+Builds the Varlo plug-in, the same as a program of its own and the offline host varlo-render into
+dist/, installs the plug-in in ~/.vst3 (a Varlo.vst3 that is there already is replaced) and renders the
+demo recording through it into dist/demo.wav. Where there is a display, opens the program at the end,
+and ends with its exit code when its window is closed. Installs the Debian or Ubuntu packages that the
+build lacks.
 
   --no-install   install no packages: list what lacks and stop
+  --no-open      open no window at the end
   -h, --help     show this text
 EOF
 }
 
 install=yes
+open=yes
 
 for argument in "$@"; do
     case $argument in
         --no-install) install=no ;;
+        --no-open) open=no ;;
         -h|--help) usage; exit 0 ;;
         *) echo "$command_name: unknown option '$argument' (see --help)" >&2; exit 2 ;;
     esac
@@ -58,10 +63,10 @@ if [ ! -f build/release/build.ninja ]; then
 fi
 
 say "Building"
-cmake --build --preset release --target Varlo_VST3 varlo_render
+cmake --build --preset release --target Varlo_VST3 Varlo_Standalone varlo_render
 
 # Anew each time, so that nothing of an older bundle stays.
-rm -rf dist/Varlo.vst3
+rm -rf dist/Varlo dist/Varlo.app dist/Varlo.vst3
 cmake --install build/release --component varlo --prefix dist >/dev/null
 
 install_for_user dist/Varlo.vst3 "$user_plugins/Varlo.vst3"
@@ -70,9 +75,19 @@ say "Rendering the demo through the plug-in"
 dist/varlo-render resources/demo/guit_e_fifths.flac -o dist/demo.wav --plugin dist/Varlo.vst3 \
     --set Delay=250 --set Feedback=70 --set Mix=50
 
+program=$root/dist/Varlo
+[ "$(uname)" != Darwin ] || program=$root/dist/Varlo.app/Contents/MacOS/Varlo
+
 cat <<EOF
 
 Plug-in: $root/dist/Varlo.vst3, installed for you as $user_plugins/Varlo.vst3
 Demo:    $root/dist/demo.wav, a guitar with an echo every 250 ms, made by $root/dist/varlo-render
+Program: $program, Varlo without a host; its input is muted until you open it under Options
 Next:    let your host scan its VST3 plug-ins again, then put Varlo (by Corvane) on a track
 EOF
+
+# Its windows are X windows; under Wayland too it needs the DISPLAY that the desktop's X server is at.
+if [ "$open" = yes ] && { [ "$(uname)" = Darwin ] || [ -n "${DISPLAY:-}" ]; }; then
+    say "Opening Varlo; close its window to come back"
+    exec "$program"
+fi

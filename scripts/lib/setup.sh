@@ -15,7 +15,7 @@ fail() {
 trap 'printf "%s: stopped at line %s: the command there failed\n" "$command_name" "$LINENO" >&2' ERR
 
 build_packages="g++ cmake ninja-build ccache pkg-config
-    libfreetype-dev libfontconfig1-dev libcurl4-openssl-dev
+    libfreetype-dev libfontconfig1-dev libcurl4-openssl-dev libasound2-dev
     libx11-dev libxcomposite-dev libxcursor-dev libxext-dev libxinerama-dev libxrandr-dev libxrender-dev
     libpng-dev libjpeg-dev zlib1g-dev libflac-dev libvorbis-dev libogg-dev libsamplerate0-dev"
 test_packages="libgtest-dev libgmock-dev libbenchmark-dev locales xvfb xauth"

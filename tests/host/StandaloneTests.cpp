@@ -1,0 +1,87 @@
+#include "support/DisplayWindows.h"
+#include "support/Program.h"
+#include "support/TemporaryHome.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+
+namespace cv::varlo
+{
+namespace
+{
+/** The plug-in as a program of its own, on the display and in a home that is new, without a sound card. */
+class StandaloneTest : public ::testing::Test
+{
+protected:
+    StandaloneTest()
+    {
+        // Without its set-up the sound system knows no device.
+        setenv ("ALSA_CONFIG_PATH", "/dev/null", 1);
+    }
+
+    ~StandaloneTest() override { unsetenv ("ALSA_CONFIG_PATH"); }
+
+    void SetUp() override
+    {
+        if (! windows.isConnected())
+            GTEST_SKIP() << "no display";
+    }
+
+    /** The program's window once it can be seen; 0 if that doesn't come. */
+    test::DisplayWindows::Window waitForWindow (test::Program& program) const
+    {
+        const auto start = juce::Time::getMillisecondCounter();
+
+        while (program.isRunning() && juce::Time::getMillisecondCounter() - start < (juce::uint32) limitMilliseconds)
+        {
+            if (const auto window = windows.find ("Varlo"))
+                return window;
+
+            juce::Thread::sleep (20);
+        }
+
+        return 0;
+    }
+
+    static void expectGoodEnd (test::Program& program)
+    {
+        EXPECT_EQ (program.waitForEnd (limitMilliseconds), std::optional (0)) << program.getText();
+
+        for (const auto* alarm : { "JUCE Assertion failure", "Sanitizer", "runtime error:", "leaked" })
+            EXPECT_FALSE (program.getText().contains (alarm)) << program.getText();
+    }
+
+    static constexpr int limitMilliseconds = 60000;
+
+    const test::TemporaryHome home;
+    const test::DisplayWindows windows;
+    const juce::File executable { VARLO_STANDALONE };
+};
+
+TEST_F (StandaloneTest, OpensItsWindowAndEndsWhenItIsClosed)
+{
+    test::Program program (executable, home.getFolder());
+    const auto window = waitForWindow (program);
+    ASSERT_NE (window, 0u) << program.getText();
+
+    // JUCE's program loses a request that comes while it is still starting, right after its window.
+    for (auto i = 0; i < 30 && ! program.waitForEnd (1000); ++i)
+        windows.requestClose (window);
+
+    expectGoodEnd (program);
+    EXPECT_EQ (windows.find ("Varlo"), 0u);
+    EXPECT_TRUE (home.getFile (".config/Varlo.settings").existsAsFile());
+}
+
+TEST_F (StandaloneTest, EndsWellWhenItIsInterrupted)
+{
+    test::Program program (executable, home.getFolder());
+    ASSERT_NE (waitForWindow (program), 0u) << program.getText();
+
+    program.sendSignal (SIGINT);
+    expectGoodEnd (program);
+}
+} // namespace
+} // namespace cv::varlo

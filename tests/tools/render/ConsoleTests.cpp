@@ -106,10 +106,9 @@ TEST_F (Console, LeavesInTheHomeWhatThePluginKeepsThere)
     RenderProcess::runWell ({ "--list" }, options);
     RenderProcess::runWell ({ input.getFullPathName(), "-o", output.getFullPathName() }, options);
 
-    EXPECT_EQ (home.getContents(),
-               juce::StringArray ({ ".local", ".local/share", ".local/share/Corvane", ".local/share/Corvane/Varlo",
-                                    ".local/share/Corvane/Varlo/presets", "Corvane", "Corvane/Varlo",
-                                    "Corvane/Varlo/Varlo.settings" }));
+    EXPECT_EQ (home.getContents().joinIntoString (" "),
+               ".local .local/share .local/share/Corvane .local/share/Corvane/Varlo .local/share/Corvane/Varlo/presets "
+               "Corvane Corvane/Varlo Corvane/Varlo/Varlo.settings");
 }
 
 TEST_F (Console, FindsTheBundleInTheHome)

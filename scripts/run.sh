@@ -55,12 +55,7 @@ install_for_user() {
 cd "$root"
 prepare_machine "$install" "build Varlo" "$build_packages" "$build_tools"
 
-# The folder is the one that test.sh tests. Set up by that script it also has tests, which need more
-# packages than this one installs.
-if [ ! -f build/release/build.ninja ]; then
-    say "Configuring (the first time this fetches JUCE and builds its helper program)"
-    cmake --preset release -DVARLO_BUILD_TESTS=OFF -DVARLO_BUILD_BENCHMARKS=OFF
-fi
+configure_release
 
 say "Building"
 cmake --build --preset release --target Varlo_VST3 Varlo_Standalone varlo_render
@@ -86,8 +81,14 @@ Program: $program, Varlo without a host; its input is muted until you open it un
 Next:    let your host scan its VST3 plug-ins again, then put Varlo (by Corvane) on a track
 EOF
 
-# Its windows are X windows; under Wayland too it needs the DISPLAY that the desktop's X server is at.
-if [ "$open" = yes ] && { [ "$(uname)" = Darwin ] || [ -n "${DISPLAY:-}" ]; }; then
-    say "Opening Varlo; close its window to come back"
-    exec "$program"
+[ "$open" = yes ] || exit 0
+
+# Asked before, because the program would run on without a window. Under Wayland too it needs the X server
+# that the desktop brings.
+if [ "$(uname)" != Darwin ] && ! reason=$(dist/varlo-render --check-display 2>&1); then
+    say "Varlo stays closed (${reason#varlo-render: })"
+    exit 0
 fi
+
+say "Opening Varlo; close its window to come back"
+exec "$program"

@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2034  # what looks unused is used by the scripts that source this
 #
-# Sourced by run.sh and test.sh: messages, and the packages that a build needs.
+# Sourced by the scripts of the folder above: messages, and the packages that a build needs.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 command_name=$(basename "$0")
@@ -32,6 +32,14 @@ else
     build_packages="$build_packages git ca-certificates"
     build_tools="$build_tools git"
 fi
+
+# Sets the release build's folder up. It is the one that test.sh tests. Set up by that script it also has
+# tests, which need more packages than are installed for a build alone.
+configure_release() {
+    [ ! -f "$root/build/release/build.ninja" ] || return 0
+    say "Configuring (the first time this fetches JUCE and builds its helper program)"
+    cmake --preset release -DVARLO_BUILD_TESTS=OFF -DVARLO_BUILD_BENCHMARKS=OFF
+}
 
 # prepare_machine INSTALL PURPOSE PACKAGES TOOLS
 #

@@ -103,6 +103,20 @@ double parseTail (const juce::String& text)
     return *seconds;
 }
 
+juce::Point<int> parseEditorSize (const juce::String& text)
+{
+    const auto width = parseInteger (text.upToFirstOccurrenceOf ("x", false, true));
+    const auto height = parseInteger (text.fromFirstOccurrenceOf ("x", false, true));
+    const auto isLimited = [] (const auto& number)
+    { return number && *number >= 1 && *number <= CommandLine::maxEditorSize; };
+
+    if (! isLimited (width) || ! isLimited (height))
+        throw UsageError ("--editor-size takes WIDTHxHEIGHT in pixels, each from "
+                          + limitsText (1, CommandLine::maxEditorSize) + ", not \"" + text + "\"");
+
+    return { *width, *height };
+}
+
 struct Option
 {
     const char* name;
@@ -123,6 +137,13 @@ const std::vector<Option>& getOptions()
         { "--preset", true, [] (auto& line, auto& text) { line.preset = toFile (text); } },
         { "--load-state", true, [] (auto& line, auto& text) { line.stateToLoad = toFile (text); } },
         { "--save-state", true, [] (auto& line, auto& text) { line.stateToSave = toFile (text); } },
+        { "--editor-png", true,
+          [] (auto& line, auto& text)
+          {
+              line.editorPicture = toFile (text);
+              line.editorPictureName = text;
+          } },
+        { "--editor-size", true, [] (auto& line, auto& text) { line.editorSize = parseEditorSize (text); } },
         { "--set", true, [] (auto& line, auto& text) { line.settings.push_back (splitAssignment ("--set", text)); } },
         { "--automate", true, [] (auto& line, auto& text) { line.automation.push_back (parseAutomation (text)); } },
         { "--tail", true, [] (auto& line, auto& text) { line.tailSeconds = parseTail (text); } },
@@ -137,7 +158,8 @@ const std::vector<Option>& getOptions()
         { "--bits", true, [] (auto& line, auto& text) { line.sampleFormat = parseSampleFormat (text); } },
         { "--mono", false, [] (auto& line, auto&) { line.mixToMono = true; } },
         { "--quiet", false, [] (auto& line, auto&) { line.quiet = true; } },
-        { "--list", false, [] (auto& line, auto&) { line.action = Action::listParameters; } }
+        { "--list", false, [] (auto& line, auto&) { line.action = Action::listParameters; } },
+        { "--check-display", false, [] (auto& line, auto&) { line.action = Action::checkDisplay; } }
     };
 
     return options;
@@ -189,10 +211,10 @@ void checkRenderFiles (const CommandLine& line, const juce::StringArray& inputs)
     if (inputs.size() > 1)
         throw UsageError ("one input file at a time: what is \"" + inputs[1] + "\"?");
 
-    if (line.output == juce::File())
+    if (line.output == juce::File() && ! line.editorPicture)
         throw UsageError ("no output file: name one with -o");
 
-    if (! line.output.hasFileExtension ("wav;flac"))
+    if (line.output != juce::File() && ! line.output.hasFileExtension ("wav;flac"))
         throw UsageError ("the output's name must end in .wav or .flac, not \"" + line.output.getFileExtension()
                           + "\"");
 
@@ -200,10 +222,30 @@ void checkRenderFiles (const CommandLine& line, const juce::StringArray& inputs)
         throw UsageError ("--bits 32f is for WAV files; FLAC holds 16 or 24 bits");
 }
 
+void checkEditor (const CommandLine& line)
+{
+    if (! line.editorPicture)
+    {
+        if (line.editorSize)
+            throw UsageError ("--editor-size is for --editor-png");
+
+        return;
+    }
+
+    if (! line.editorPicture->hasFileExtension ("png"))
+        throw UsageError ("the picture's name must end in .png, not \"" + line.editorPicture->getFileExtension()
+                          + "\"");
+
+    if (line.blockLength > CommandLine::maxBlockLengthWithEditor)
+        throw UsageError ("--editor-png plays in blocks of at most "
+                          + juce::String (CommandLine::maxBlockLengthWithEditor) + " samples");
+}
+
 /** Without any audio file, a state can still be made from presets and settings. */
 bool asksForStateAlone (const CommandLine& line, const juce::StringArray& inputs)
 {
-    return line.stateToSave.has_value() && inputs.isEmpty() && line.output == juce::File() && line.automation.empty();
+    return line.stateToSave.has_value() && inputs.isEmpty() && line.output == juce::File() && ! line.editorPicture
+           && line.automation.empty();
 }
 
 void checkAutomation (const CommandLine& line)
@@ -253,7 +295,7 @@ CommandLine CommandLine::parse (const juce::StringArray& arguments)
         }
     }
 
-    if (line.action == Action::listParameters)
+    if (line.action != Action::render)
         return line;
 
     if (asksForStateAlone (line, inputs))
@@ -263,6 +305,7 @@ CommandLine CommandLine::parse (const juce::StringArray& arguments)
     }
 
     checkRenderFiles (line, inputs);
+    checkEditor (line);
     checkAutomation (line);
     line.input = toFile (inputs[0]);
     return line;
@@ -273,6 +316,7 @@ juce::String CommandLine::getHelp()
     return R"(Renders an audio file through a VST3 plug-in.
 
   varlo-render INPUT -o OUTPUT [options]
+  varlo-render INPUT --editor-png FILE [-o OUTPUT] [options]
   varlo-render --save-state FILE [options]
   varlo-render --list [--plugin PATH]
 
@@ -289,9 +333,14 @@ INPUT is a WAV, AIFF or FLAC file, mono or stereo; OUTPUT ends in .wav or .flac.
   --tail SECONDS        how much is rendered after the input's end, 0 to 3600 (default: 5)
   --block N             samples per block, 1 to 65536 (default: 512)
   --rate HZ             the rate to render at, 8000 to 384000 (default: the input's)
+  --editor-png FILE     plays INPUT with the plug-in's editor on the screen, as fast as it sounds, and
+                        writes what the editor shows at the end, as a .png; needs an X display and
+                        --block of up to 4096
+  --editor-size WxH     the editor's size in pixels; the plug-in may take the nearest that it allows
   --mono                mixes a stereo input down and renders mono
   --bits 16|24|32f      the output's sample format (default: 24; 32f is for WAV)
   --list                renders nothing: prints the plug-in's parameters with ranges and defaults
+  --check-display       renders nothing: ends with 0 if --editor-png has a display to open, else with 1
   --quiet               prints nothing but errors
   --help, --version
 

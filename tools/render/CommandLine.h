@@ -1,6 +1,6 @@
 #pragma once
 
-#include <juce_core/juce_core.h>
+#include <juce_graphics/juce_graphics.h>
 
 #include <optional>
 #include <vector>
@@ -43,6 +43,7 @@ struct CommandLine
         render,
         saveState,
         listParameters,
+        checkDisplay,
         showHelp,
         showVersion
     };
@@ -50,10 +51,21 @@ struct CommandLine
     Action action = Action::render;
 
     juce::File input;
+
+    /** No file where only the editor's picture is asked for. */
     juce::File output;
 
     /** The output's path as typed. */
     juce::String outputName;
+
+    /** Where the picture of the editor goes; none for a render without an editor. */
+    std::optional<juce::File> editorPicture;
+
+    /** The picture's path as typed. */
+    juce::String editorPictureName;
+
+    /** Width and height of the editor in pixels; none: what it opens at. */
+    std::optional<juce::Point<int>> editorSize;
 
     /** None: the default bundle. */
     std::optional<juce::File> plugin;
@@ -87,6 +99,10 @@ struct CommandLine
     static constexpr int minSampleRateHz = 8000;
     static constexpr int maxSampleRateHz = 384000;
     static constexpr int maxBlockLength = 65536;
+
+    /** With an editor, which draws what it hears: it keeps a few thousand samples of sound until it next draws. */
+    static constexpr int maxBlockLengthWithEditor = 4096;
+    static constexpr int maxEditorSize = 10000;
     static constexpr double maxTailSeconds = 3600.0;
 };
 } // namespace cv::render

@@ -1,6 +1,8 @@
 #include "CommandLine.h"
+#include "EditorWindow.h"
 #include "Interruption.h"
 #include "ParameterTable.h"
+#include "PictureFile.h"
 #include "PluginState.h"
 #include "RenderError.h"
 #include "Renderer.h"
@@ -71,10 +73,43 @@ void printClipping (const AudioOutput& output)
               << " dBFS; a WAV file with --bits 32f keeps them" << std::endl;
 }
 
+/** Renders, with the editor on the screen if there is a window, and gives what that showed at the end. */
+juce::Image renderAll (const CommandLine& line, Renderer& renderer, AudioOutput* output, EditorWindow* window)
+{
+    ProgressLine progress (line.quiet);
+    renderer.run (output, progress,
+                  [window] (double seconds)
+                  {
+                      if (window != nullptr)
+                          window->letRun (seconds);
+                  });
+
+    auto picture = window != nullptr ? window->capture() : juce::Image();
+
+    if (output != nullptr)
+        output->commit();
+
+    if (window != nullptr)
+        writePicture (picture, *line.editorPicture);
+
+    return picture;
+}
+
 void render (const CommandLine& line)
 {
+    // Opened before the plug-in opens it. It closes after all windows have.
+    std::optional<DisplayConnection> display;
+
+    if (line.editorPicture)
+    {
+        AudioOutput::checkTarget (*line.editorPicture);
+        display.emplace();
+    }
+
     AudioInput input (line.input, line.sampleRate, line.mixToMono);
-    AudioOutput::checkTarget (line.output);
+
+    if (line.output != juce::File())
+        AudioOutput::checkTarget (line.output);
 
     PluginHost host (line.plugin);
     applySettings (host, line);
@@ -83,14 +118,17 @@ void render (const CommandLine& line)
                        std::llround (line.tailSeconds * input.getSampleRate()), line.blockLength);
 
     installSignalHandlers();
-    AudioOutput output (line.output, input.getNumChannels(), input.getSampleRate(), line.sampleFormat);
-    const auto start = juce::Time::getMillisecondCounterHiRes();
+    std::optional<AudioOutput> output;
+    std::optional<EditorWindow> window;
 
-    {
-        ProgressLine progress (line.quiet);
-        renderer.run (output, progress);
-        output.commit();
-    }
+    if (line.output != juce::File())
+        output.emplace (line.output, input.getNumChannels(), input.getSampleRate(), line.sampleFormat);
+
+    if (display)
+        window.emplace (*display, host.getInstance(), line.editorSize);
+
+    const auto start = juce::Time::getMillisecondCounterHiRes();
+    const auto picture = renderAll (line, renderer, output ? &*output : nullptr, window ? &*window : nullptr);
 
     if (line.stateToSave)
         PluginState::of (host).write (*line.stateToSave);
@@ -99,8 +137,16 @@ void render (const CommandLine& line)
         return;
 
     const auto renderSeconds = (juce::Time::getMillisecondCounterHiRes() - start) / 1000.0;
-    printSummary (line, input, (double) renderer.getOutputLength() / input.getSampleRate(), renderSeconds);
-    printClipping (output);
+
+    if (output)
+    {
+        printSummary (line, input, (double) renderer.getOutputLength() / input.getSampleRate(), renderSeconds);
+        printClipping (*output);
+    }
+
+    if (window)
+        std::cout << line.editorPictureName << ": the editor, " << picture.getWidth() << " x " << picture.getHeight()
+                  << " pixels" << std::endl;
 }
 
 void saveState (const CommandLine& line)
@@ -122,6 +168,9 @@ void run (const CommandLine& line)
             break;
         case CommandLine::Action::listParameters:
             std::cout << makeParameterTable (PluginHost (line.plugin).getInstance());
+            break;
+        case CommandLine::Action::checkDisplay:
+            DisplayConnection();
             break;
         case CommandLine::Action::saveState:
             saveState (line);
@@ -170,7 +219,7 @@ int main (int argc, char** argv)
 
     try
     {
-        // Hosting needs a message thread, which is this one; no display is opened.
+        // Hosting needs a message thread, which is this one; without an editor no display is opened.
         const juce::ScopedJuceInitialiser_GUI juceInitialiser;
         run (CommandLine::parse (toStrings (argc - 1, argv + 1)));
         return 0;

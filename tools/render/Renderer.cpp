@@ -20,7 +20,7 @@ Renderer::Renderer (
     host.prepare (input.getNumChannels(), input.getSampleRate(), blockLength);
 }
 
-void Renderer::run (AudioOutput& output, ProgressLine& progress)
+void Renderer::run (AudioOutput* output, ProgressLine& progress, const std::function<void (double)>& afterBlock)
 {
     auto& plugin = host.getInstance();
     const auto latency = (juce::int64) plugin.getLatencySamples();
@@ -39,9 +39,10 @@ void Renderer::run (AudioOutput& output, ProgressLine& progress)
 
         const auto skipped = (int) juce::jlimit ((juce::int64) 0, (juce::int64) count, latency - position);
 
-        if (skipped < count)
-            output.write (block, skipped, count - skipped);
+        if (output != nullptr && skipped < count)
+            output->write (block, skipped, count - skipped);
 
+        afterBlock ((double) count / input.getSampleRate());
         progress.update ((double) (position + count) / (double) end);
     }
 

@@ -7,6 +7,7 @@
 #include "PluginHost.h"
 #include "ProgressLine.h"
 
+#include <functional>
 #include <vector>
 
 namespace cv::render
@@ -23,10 +24,11 @@ public:
     /** The length of the output in samples: the input's and the tail. */
     juce::int64 getOutputLength() const noexcept { return outputLength; }
 
-    /** Renders all of it, the plug-in's latency cut off its front. Throws RenderError when reading or
-        writing fails and when a signal interrupts it. Message thread. Call once.
+    /** Renders all of it, the plug-in's latency cut off its front, to the output if there is one.
+        `afterBlock` is told after each block how many seconds of sound that was. Throws RenderError when
+        reading or writing fails and when a signal interrupts it. Message thread. Call once.
     */
-    void run (AudioOutput&, ProgressLine&);
+    void run (AudioOutput*, ProgressLine&, const std::function<void (double seconds)>& afterBlock);
 
 private:
     void processBlock (juce::AudioBuffer<float>&, juce::int64 position);

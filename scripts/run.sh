@@ -11,9 +11,8 @@ usage: $command_name [--no-install] [--no-open]
 
 Builds the Varlo plug-in, the same as a program of its own and the offline host varlo-render into
 dist/, installs the plug-in in ~/.vst3 (a Varlo.vst3 that is there already is replaced) and renders the
-demo recording through it into dist/demo.wav. Where there is a display, opens the program at the end,
-and ends with its exit code when its window is closed. Installs the Debian or Ubuntu packages that the
-build lacks.
+demo recording through it into dist/demo.wav. Where there is a display, opens the program at the end
+and leaves it open. Installs the Debian or Ubuntu packages that the build lacks.
 
   --no-install   install no packages: list what lacks and stop
   --no-open      open no window at the end
@@ -90,5 +89,9 @@ if [ "$(uname)" != Darwin ] && ! reason=$(dist/varlo-render --check-display 2>&1
     exit 0
 fi
 
-say "Opening Varlo; close its window to come back"
-exec "$program"
+# It outlives this script, as a program does that a desktop opens.
+say "Opening Varlo"
+nohup "$program" >/dev/null 2>&1 &
+opened=$!
+sleep 1
+kill -0 "$opened" 2>/dev/null || fail "$program has ended at once"

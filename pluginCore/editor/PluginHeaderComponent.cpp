@@ -1,20 +1,12 @@
 #include "editor/PluginHeaderComponent.h"
 
 #include "lookAndFeel/ColourIds.h"
+#include "lookAndFeel/Portion.h"
 
 #include <PluginCoreResources.h>
 
 namespace cv::pluginCore
 {
-namespace
-{
-/** Whole pixels, the fraction cut off. */
-int portion (float ratio, int length)
-{
-    return (int) (ratio * (float) length);
-}
-} // namespace
-
 PluginHeaderComponent::PluginHeaderComponent (PresetsManager& store, juce::UndoManager* manager)
     : presetsBar (store)
     , undoManager (manager)

@@ -1,19 +1,13 @@
 #include "panels/UpdateChangeLogLayout.h"
 
+#include "lookAndFeel/Portion.h"
+
 namespace cv::pluginCore
 {
-namespace
-{
-int scaled (float proportion, int size)
-{
-    return static_cast<int> (proportion * static_cast<float> (size));
-}
-} // namespace
-
 juce::Rectangle<int> getChangeLogBox (juce::Rectangle<float> proportions, int width, int height)
 {
-    return { scaled (proportions.getX(), width), scaled (proportions.getY(), height),
-             scaled (proportions.getWidth(), width), scaled (proportions.getHeight(), height) };
+    return { portion (proportions.getX(), width), portion (proportions.getY(), height),
+             portion (proportions.getWidth(), width), portion (proportions.getHeight(), height) };
 }
 
 juce::Rectangle<int> getChangeLogContentArea (juce::Rectangle<int> box)
@@ -21,7 +15,7 @@ juce::Rectangle<int> getChangeLogContentArea (juce::Rectangle<int> box)
     constexpr auto marginProportion = 0.08f;
 
     const auto margin =
-        juce::jmin (scaled (marginProportion, box.getHeight()), scaled (marginProportion, box.getWidth()));
+        juce::jmin (portion (marginProportion, box.getHeight()), portion (marginProportion, box.getWidth()));
 
     return { box.getX() + margin, box.getY() + margin, juce::jmax (box.getWidth() - 2 * margin, 0),
              juce::jmax (box.getHeight() - 2 * margin, 0) };
@@ -29,7 +23,7 @@ juce::Rectangle<int> getChangeLogContentArea (juce::Rectangle<int> box)
 
 int getChangeLogRowHeight (juce::Rectangle<int> contentArea)
 {
-    return scaled (0.12f, contentArea.getHeight());
+    return portion (0.12f, contentArea.getHeight());
 }
 
 ChangeLogLayout layOutChangeLog (juce::Rectangle<int> contentArea, int bestCloseWidth, int bestDownloadWidth)

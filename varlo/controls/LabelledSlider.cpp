@@ -1,5 +1,7 @@
 #include "controls/LabelledSlider.h"
 
+#include "lookAndFeel/Portion.h"
+
 namespace cv::varlo
 {
 LabelledSlider::LabelledSlider (juce::AudioProcessorValueTreeState& state,
@@ -20,8 +22,7 @@ LabelledSlider::~LabelledSlider() = default;
 void LabelledSlider::resized()
 {
     constexpr auto sliderProportion = 0.7f;
-    const auto sliderHeight =
-        juce::jmin (static_cast<int> (sliderProportion * static_cast<float> (getHeight())), getHeight());
+    const auto sliderHeight = juce::jmin (pluginCore::portion (sliderProportion, getHeight()), getHeight());
 
     slider.setBounds (0, 0, getWidth(), sliderHeight);
     label.setBounds (0, sliderHeight, getWidth(), getHeight() - sliderHeight);

@@ -1,11 +1,12 @@
 #include "editor/AboutLayout.h"
 
+#include "lookAndFeel/Portion.h"
+
 namespace cv::varlo
 {
 AboutLayout layOutAboutPanel (int width, int height)
 {
-    const auto portion = [] (float ratio, int length)
-    { return static_cast<int> (ratio * static_cast<float> (length)); };
+    using pluginCore::portion;
 
     const auto margin = portion (0.03f, height);
     const auto innerWidth = juce::jmax (width - 2 * margin, 0);

@@ -1,15 +1,13 @@
 #include "editor/EditorLayout.h"
 
+#include "lookAndFeel/Portion.h"
+
 namespace cv::varlo
 {
 namespace
 {
 using Area = juce::Rectangle<int>;
-
-int portion (float ratio, int length)
-{
-    return static_cast<int> (ratio * static_cast<float> (length));
-}
+using pluginCore::portion;
 
 /** Two buttons' heights share a column as high as the row: the tap button above its middle, the LED below. */
 void layOutTapColumn (EditorLayout& layout, Area row, int columnWidth, int availableWidth)

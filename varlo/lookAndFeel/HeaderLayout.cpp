@@ -1,15 +1,10 @@
 #include "lookAndFeel/HeaderLayout.h"
 
+#include "lookAndFeel/Portion.h"
+
 namespace cv::varlo
 {
-namespace
-{
-/** Whole units, the fraction cut off. */
-int portion (float ratio, int length) noexcept
-{
-    return static_cast<int> (ratio * static_cast<float> (length));
-}
-} // namespace
+using pluginCore::portion;
 
 HeaderButtonAreas layOutHeaderButtons (int width, int height) noexcept
 {

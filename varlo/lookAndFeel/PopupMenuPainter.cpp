@@ -1,19 +1,16 @@
 #include "lookAndFeel/PopupMenuPainter.h"
 
 #include "lookAndFeel/FontFitting.h"
+#include "lookAndFeel/Portion.h"
 
 namespace cv::varlo
 {
 namespace
 {
+using pluginCore::portion;
+
 constexpr auto fontProportion = 0.75f;
 constexpr auto standardSqueezing = 0.0f;
-
-/** Whole units, the fraction cut off. */
-int portion (float ratio, int length) noexcept
-{
-    return static_cast<int> (ratio * static_cast<float> (length));
-}
 
 juce::Rectangle<int> getCell (juce::Rectangle<int> itemArea) noexcept
 {

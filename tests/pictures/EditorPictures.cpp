@@ -1,5 +1,6 @@
 #include "editor/AudioPluginAudioProcessorEditor.h"
 
+#include "pictures/Picture.h"
 #include "support/DisplayAtoms.h"
 #include "support/FindComponent.h"
 #include "support/MessageLoop.h"
@@ -9,6 +10,7 @@
 
 #include <juce_audio_formats/juce_audio_formats.h>
 
+#include <cstdlib>
 #include <iostream>
 
 namespace cv::test
@@ -18,20 +20,23 @@ namespace
 constexpr double sampleRate = 44100.0;
 constexpr int samplesPerBlock = 512;
 
-/** The demo's sound in two channels, repeated over five seconds. */
+/** The demo's first five seconds in two channels; silence where it is shorter. Ends the program without it. */
 juce::AudioBuffer<float> readDemo()
 {
     juce::AudioFormatManager formats;
     formats.registerBasicFormats();
     const juce::File file (VARLO_RESOURCES "/demo/guit_e_fifths.flac");
     const std::unique_ptr<juce::AudioFormatReader> reader (formats.createReaderFor (file));
+
+    if (reader == nullptr)
+    {
+        std::cerr << "varlo_editor_pictures: can't read " << file.getFullPathName() << std::endl;
+        std::exit (1);
+    }
+
+    // The reader fills what lies behind its end with silence.
     juce::AudioBuffer<float> sound (2, static_cast<int> (5.0 * sampleRate));
-    sound.clear();
-
-    if (reader != nullptr)
-        reader->read (&sound, 0, juce::jmin (sound.getNumSamples(), static_cast<int> (reader->lengthInSamples)), 0,
-                      true, true);
-
+    reader->read (&sound, 0, sound.getNumSamples(), 0, true, true);
     return sound;
 }
 
@@ -54,14 +59,6 @@ void play (ProcessorHarness& harness, varlo::SpectrogramComponent& spectrogram, 
 
         spectrogram.timerCallback();
     }
-}
-
-bool writePicture (juce::Component& component, const juce::File& file)
-{
-    const auto image = component.createComponentSnapshot (component.getLocalBounds(), true, 1.0f);
-    file.deleteFile();
-    juce::FileOutputStream stream (file);
-    return stream.openedOk() && juce::PNGImageFormat().writeImageToStream (image, stream);
 }
 
 /** Draws the editor in one language: in three sizes, with its menu open and with the about panel. */

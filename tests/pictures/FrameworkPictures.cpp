@@ -1,3 +1,4 @@
+#include "pictures/Picture.h"
 #include "support/PresetSandbox.h"
 #include "support/TestProductEditor.h"
 
@@ -7,16 +8,6 @@ namespace cv::test
 {
 namespace
 {
-constexpr float pixelsPerUnit = 1.0f;
-
-bool writePicture (juce::Component& component, const juce::File& file)
-{
-    const auto image = component.createComponentSnapshot (component.getLocalBounds(), true, pixelsPerUnit);
-    file.deleteFile();
-    juce::FileOutputStream stream (file);
-    return stream.openedOk() && juce::PNGImageFormat().writeImageToStream (image, stream);
-}
-
 /** Shows the framework's window around the smallest product: as it opens, and with news of a version. */
 bool writePictures (const juce::File& folder)
 {

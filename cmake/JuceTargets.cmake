@@ -14,14 +14,19 @@ target_compile_definitions(cv_juce_config INTERFACE
     JUCE_STRICT_REFCOUNTEDPOINTER=1
     $<$<CONFIG:Debug>:JUCE_LOG_ASSERTIONS=1>)
 
-# Headers and definitions of the modules, without their sources.
-add_library(cv_juce_headers INTERFACE)
-target_link_libraries(cv_juce_headers INTERFACE cv_juce_config)
-target_compile_features(cv_juce_headers INTERFACE cxx_std_20)
+# varlo_add_juce_headers(TARGET MODULES...): an interface with the modules' headers and definitions, without
+# their sources.
+function(varlo_add_juce_headers target)
+    add_library(${target} INTERFACE)
+    target_compile_features(${target} INTERFACE cxx_std_20)
 
-foreach(module IN ITEMS juce_audio_processors juce_dsp)
-    target_include_directories(cv_juce_headers SYSTEM INTERFACE
-        $<TARGET_PROPERTY:juce::${module},INTERFACE_INCLUDE_DIRECTORIES>)
-    target_compile_definitions(cv_juce_headers INTERFACE
-        $<TARGET_PROPERTY:juce::${module},INTERFACE_COMPILE_DEFINITIONS>)
-endforeach()
+    foreach(module IN LISTS ARGN)
+        target_include_directories(${target} SYSTEM INTERFACE
+            $<TARGET_PROPERTY:juce::${module},INTERFACE_INCLUDE_DIRECTORIES>)
+        target_compile_definitions(${target} INTERFACE
+            $<TARGET_PROPERTY:juce::${module},INTERFACE_COMPILE_DEFINITIONS>)
+    endforeach()
+endfunction()
+
+varlo_add_juce_headers(cv_juce_headers juce_audio_processors juce_dsp)
+target_link_libraries(cv_juce_headers INTERFACE cv_juce_config)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Draws docs/images/varlo.png: the built plug-in's editor after five seconds of the demo recording.
+# Draws docs/images/varlo.png: the built plug-in's editor at the end of the demo recording.
 set -Eeuo pipefail
 
 # shellcheck source=scripts/lib/setup.sh
@@ -47,7 +47,7 @@ mkdir "$scratch/home"
 cmake --install build/release --component varlo --prefix "$scratch/built" >/dev/null
 
 # A server that forgets everything whenever its last client goes may do so while the next is just connecting.
-say "Playing the demo, six seconds of it"
+say "Playing the demo"
 HOME=$scratch/home xvfb-run --auto-servernum --server-args="-screen 0 1600x1200x24 -noreset" \
     "$scratch/built/varlo-render" resources/demo/guit_e_fifths.flac \
     --tail 0 --set Delay=375 --set Feedback=62 --set Degrade=18 --set Lowpass=6500 --set Resonance=35 --set Mix=55 \

@@ -31,8 +31,9 @@ pluginCore::PresetLocations getPresetLocations()
 }
 } // namespace
 
-AudioPluginAudioProcessor::AudioPluginAudioProcessor()
+AudioPluginAudioProcessor::AudioPluginAudioProcessor (const juce::PluginHostType& host)
     : PluginProcessor (makeProductInfo(), Parameters::createLayout(), getPresetLocations())
+    , hostType (host)
     , transportWatch (*this)
     , parameters (valueTreeState)
 {
@@ -82,7 +83,7 @@ void AudioPluginAudioProcessor::prepare (double sampleRate, int samplesPerBlock)
 
     transportWatch.prepare (samplesPerBlock);
     fftProcessor.prepareToPlay (sampleRate);
-    engine.prepare (sampleRate, samplesPerBlock, parameters.getValues());
+    engine.prepare (sampleRate, parameters.getValues());
 }
 
 void AudioPluginAudioProcessor::process (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)
@@ -99,12 +100,11 @@ void AudioPluginAudioProcessor::process (juce::AudioBuffer<float>& buffer, juce:
     copyFirstChannelToExtraOutputs (buffer, numInputs, numOutputs);
 
     if (transportWatch.hasJumped (buffer.getNumSamples(), hostType))
-        engine.clearMemories();
+        engine.clear();
 
     engine.setParameters (parameters.getValues());
     engine.process (buffer);
 
-    if (const auto* mono = engine.mixToMono (buffer))
-        fftProcessor.pushAudio (mono, buffer.getNumSamples());
+    fftProcessor.pushAudio (buffer);
 }
 } // namespace cv::varlo

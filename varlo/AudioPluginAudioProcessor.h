@@ -12,7 +12,8 @@ namespace cv::varlo
 class AudioPluginAudioProcessor final : public pluginCore::PluginProcessor
 {
 public:
-    AudioPluginAudioProcessor();
+    /** `host` is the host that this runs in, which matters to what counts as a jump of its transport. */
+    explicit AudioPluginAudioProcessor (const juce::PluginHostType& host = {});
 
     void releaseResources() override {}
 

@@ -22,6 +22,11 @@ bool nearlyEqual (Float a, Float b)
            || difference <= std::numeric_limits<Float>::epsilon() * std::max (std::abs (a), std::abs (b));
 }
 
+float finiteOr (float otherwise, float value)
+{
+    return std::isfinite (value) ? value : otherwise;
+}
+
 /** A power of ten that the compiler can't work out ahead: it rounds otherwise than the library. */
 float decibelsToGain (float decibels)
 {
@@ -145,6 +150,9 @@ float LiteralModel::Limiter::step (float x)
 
 void LiteralModel::Lowpass::prepare (double newRate)
 {
+    s1 = finiteOr (0.0f, s1);
+    s2 = finiteOr (0.0f, s2);
+
     if (nearlyEqual (newRate, rate))
         return;
 
@@ -207,11 +215,16 @@ void LiteralModel::prepare (double newRate, int samplesPerBlock, const Values& v
         channel.ladder.prepare (rate);
         channel.lowpass.prepare (rate);
         channel.limiter.prepare (rate);
+        channel.feedbackSample = finiteOr (0.0f, channel.feedbackSample);
     }
 }
 
-void LiteralModel::setParameters (const Values& values)
+void LiteralModel::setParameters (const Values& asked)
 {
+    const Values values { finiteOr (50.0f, asked.mixPercent),          finiteOr (0.0f, asked.degradePercent),
+                          finiteOr (1000.0f, asked.delayMilliseconds), finiteOr (50.0f, asked.feedbackPercent),
+                          finiteOr (5000.0f, asked.lowpassHz),         finiteOr (0.0f, asked.resonancePercent) };
+
     const auto mix = values.mixPercent * 0.01f;
     dryGain.setTarget (1.0f - mix);
     wetGain.setTarget (mix);
@@ -286,6 +299,7 @@ void LiteralModel::clearMemories()
         channel.limiter.envelope = 0.0f;
         channel.ladder.s0 = channel.ladder.s1 = channel.ladder.s2 = channel.ladder.s3 = 0.0f;
         channel.lowpass.s1 = channel.lowpass.s2 = 0.0f;
+        channel.feedbackSample = finiteOr (0.0f, channel.feedbackSample);
     }
 }
 
@@ -362,7 +376,10 @@ void LiteralModel::process (std::vector<std::vector<float>>& buffer,
     const auto numSamples = buffer.front().size();
 
     if (hasJumped ((int) numSamples, position))
+    {
         clearMemories();
+        ++numJumps;
+    }
 
     setParameters (values);
 

@@ -35,6 +35,9 @@ public:
     /** Works in place on one or two channels; no position when the host isn't playing. */
     void process (std::vector<std::vector<float>>& channels, const Values&, const std::optional<Position>&);
 
+    /** How often a jump of the play head has emptied what it remembers. */
+    int getNumJumps() const { return numJumps; }
+
 private:
     struct Ramp
     {
@@ -119,5 +122,6 @@ private:
     std::int64_t previousTime = 0, lastTime = 0;
     double previousBpm = 0, lastBpm = 0;
     int largestBlock = 0;
+    int numJumps = 0;
 };
 } // namespace cv::test

@@ -2,17 +2,21 @@
 
 namespace cv::test
 {
-ProcessorHarness::ProcessorHarness (int numChannels)
+ProcessorHarness::ProcessorHarness (int numChannels, const juce::PluginHostType& host) : processor (host)
+{
+    processor.initialise();
+    processor.setPlayHead (&playHead);
+    setNumChannels (numChannels);
+}
+
+void ProcessorHarness::setNumChannels (int numChannels)
 {
     const auto set = numChannels == 1 ? juce::AudioChannelSet::mono() : juce::AudioChannelSet::stereo();
 
     juce::AudioProcessor::BusesLayout layout;
     layout.inputBuses.add (set);
     layout.outputBuses.add (set);
-
-    processor.initialise();
     processor.setBusesLayout (layout);
-    processor.setPlayHead (&playHead);
 }
 
 void ProcessorHarness::prepare (double sampleRate, int samplesPerBlock)

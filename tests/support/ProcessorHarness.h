@@ -14,7 +14,10 @@ class ProcessorHarness
 {
 public:
     /** `numChannels` is 1 or 2. The play head knows no position until a test sets one. */
-    explicit ProcessorHarness (int numChannels = 2);
+    explicit ProcessorHarness (int numChannels = 2, const juce::PluginHostType& host = {});
+
+    /** Changes the layout to 1 or 2 channels. To be followed by prepare(). */
+    void setNumChannels (int numChannels);
 
     /** Prepares for a rate in hertz, as often as it is called. */
     void prepare (double sampleRate = 44100.0, int samplesPerBlock = 512);

@@ -1,5 +1,7 @@
 #include "dsp/DegradeStage.h"
 
+#include <juce_core/juce_core.h>
+
 namespace cv::varlo
 {
 void DegradeStage::update (float newAmount, float newSampleRate) noexcept
@@ -18,31 +20,38 @@ void DegradeStage::update (float newAmount, float newSampleRate) noexcept
     holdCounter.fill (holdLength);
 }
 
-void DegradeStage::process (juce::AudioBuffer<float>& buffer) noexcept
+void DegradeStage::process (const Frame* source, Frame* destination, int numFrames, int numChannels) noexcept
 {
-    if (buffer.getNumChannels() > maxChannels)
-    {
-        buffer.clear();
-        return;
-    }
+    const Frame held (amount);
+    const Frame clean (1.0f - amount);
 
-    for (int channel = 0; channel < buffer.getNumChannels(); ++channel)
+    for (int i = 0; i < numFrames;)
     {
-        auto& counter = holdCounter[(size_t) channel];
-        auto& held = heldSample[(size_t) channel];
-        auto* samples = buffer.getWritePointer (channel);
+        const auto captures = [&] (int channel)
+        { return channel < numChannels && holdCounter[(size_t) channel] >= holdLength; };
 
-        for (int i = 0; i < buffer.getNumSamples(); ++i)
+        if (captures (0))
         {
-            if (counter >= holdLength)
-            {
-                held = samples[i];
-                counter = 0;
-            }
-
-            samples[i] = held * amount + samples[i] * (1.0f - amount);
-            ++counter;
+            heldSample = Frame (source[i].left(), heldSample.right());
+            holdCounter[0] = 0;
         }
+
+        if (captures (1))
+        {
+            heldSample = Frame (heldSample.left(), source[i].right());
+            holdCounter[1] = 0;
+        }
+
+        // To the next capture, whichever channel it comes in.
+        const auto oldest = numChannels > 1 ? juce::jmax (holdCounter[0], holdCounter[1]) : holdCounter[0];
+        const auto end = juce::jmin (numFrames, i + holdLength - oldest);
+        const auto share = heldSample * held;
+
+        for (int channel = 0; channel < numChannels; ++channel)
+            holdCounter[(size_t) channel] += end - i;
+
+        for (; i < end; ++i)
+            destination[i] = share + source[i] * clean;
     }
 }
 } // namespace cv::varlo

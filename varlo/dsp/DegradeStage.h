@@ -1,6 +1,8 @@
 #pragma once
 
-#include <juce_audio_basics/juce_audio_basics.h>
+#include "dsp/Frame.h"
+
+#include <array>
 
 namespace cv::varlo
 {
@@ -24,19 +26,22 @@ public:
     */
     void update (float amount, float sampleRate) noexcept;
 
-    /** Works in place on one or two channels; a buffer with more is cleared. */
-    void process (juce::AudioBuffer<float>&) noexcept;
+    /** Whether process() would give back what it is given. */
+    bool isTransparent() const noexcept { return holdLength == 1 && amount <= 0.0f; }
 
-    /** Samples per held value, at least 1 after the first update(). */
+    /** Works on the first `numChannels` channels, 1 or 2; a second one that is left out waits. The source
+        stays as it is.
+    */
+    void process (const Frame* source, Frame* destination, int numFrames, int numChannels) noexcept;
+
+    /** Samples per held value, at least 1. */
     int getHoldLength() const noexcept { return holdLength; }
 
 private:
-    static constexpr int maxChannels = 2;
-
     float sampleRate = 0.0f;
     float amount = 0.0f;
-    int holdLength = 0;
-    std::array<int, maxChannels> holdCounter {};
-    std::array<float, maxChannels> heldSample {};
+    int holdLength = 1;
+    std::array<int, 2> holdCounter {};
+    Frame heldSample;
 };
 } // namespace cv::varlo

@@ -6,10 +6,11 @@ namespace cv::varlo
 {
 namespace
 {
-constexpr double mixRampSeconds = 0.005;
-
 /** At full Feedback the loop still loses a little, so that repeats always die away in the end. */
 constexpr float maxLoopGain = 0.92f;
+
+/** What the idle second channel of a mono block is fed with. */
+constexpr std::array<float, maxPartLength> silence {};
 
 /** From 0.1, overdamped, to 20.1; the cube leaves most of the knob to the gentle half. */
 float resonanceToQ (float resonancePercent) noexcept
@@ -18,14 +19,7 @@ float resonanceToQ (float resonancePercent) noexcept
 }
 } // namespace
 
-DelayEngine::DelayEngine()
-{
-    for (int channel = 0; channel < maxChannels; ++channel)
-        delayChannels[(size_t) channel].setFeedbackProcessor (
-            [this, channel] (float delayed) { return feedbackConditioner.processSample (channel, delayed); });
-}
-
-void DelayEngine::prepare (double newSampleRate, int samplesPerBlock, const ParameterValues& values)
+void DelayEngine::prepare (double newSampleRate, const ParameterValues& values)
 {
     sampleRate = newSampleRate;
 
@@ -35,15 +29,16 @@ void DelayEngine::prepare (double newSampleRate, int samplesPerBlock, const Para
     dryGain.reset (sampleRate, mixRampSeconds);
     wetGain.reset (sampleRate, mixRampSeconds);
 
-    const juce::dsp::ProcessSpec spec { sampleRate, (juce::uint32) samplesPerBlock, maxChannels };
+    const auto rate = (float) sampleRate;
+    memory.setMaxDelay ((int) std::ceil ((float) maxDelaySeconds * rate));
+    delay.setTargetValue (delaySeconds * rate);
+    delay.reset (rate, delayRampSeconds);
+    loopGain.reset (rate, loopGainRampSeconds);
+    feedbackSample = finiteOrZero (feedbackSample);
 
-    for (auto& channel : delayChannels)
-        channel.prepare (samplesPerBlock, (float) sampleRate);
-
-    feedbackConditioner.prepare (spec);
-
-    for (auto& lowpass : wetLowpasses)
-        lowpass.prepare (spec);
+    ladder.prepare (sampleRate);
+    limiter.prepare (sampleRate);
+    lowpass.prepare (sampleRate);
 }
 
 void DelayEngine::setParameters (const ParameterValues& values) noexcept
@@ -52,73 +47,183 @@ void DelayEngine::setParameters (const ParameterValues& values) noexcept
     dryGain.setTargetValue (1.0f - mix);
     wetGain.setTargetValue (mix);
 
-    for (auto& channel : delayChannels)
+    if (const auto seconds = values.delayMilliseconds * 0.001f; ! juce::approximatelyEqual (seconds, delaySeconds))
     {
-        channel.setDelaySeconds (values.delayMilliseconds * 0.001f);
-        channel.setLoopGain (values.feedbackPercent * 0.01f * maxLoopGain);
+        delaySeconds = seconds;
+        delay.setTargetValue (seconds * (float) sampleRate);
     }
 
-    degradeStage.update (values.degradePercent * 0.01f, (float) sampleRate);
+    loopGain.setTargetValue (values.feedbackPercent * 0.01f * maxLoopGain);
+    degrade.update (values.degradePercent * 0.01f, (float) sampleRate);
+    ladder.setCutoff (values.lowpassHz);
+    lowpass.setCutoff (values.lowpassHz);
+    lowpass.setResonance (resonanceToQ (values.resonancePercent));
+}
 
-    feedbackConditioner.setCutoff (values.lowpassHz);
+void DelayEngine::clear() noexcept
+{
+    memory.clear();
+    ladder.clear();
+    limiter.clear();
+    lowpass.clear();
+    feedbackSample = finiteOrZero (feedbackSample);
+}
 
-    for (auto& lowpass : wetLowpasses)
+DelayEngine::Channels DelayEngine::getChannels (juce::AudioBuffer<float>& buffer, int start) noexcept
+{
+    auto* left = buffer.getWritePointer (0, start);
+
+    if (buffer.getNumChannels() == 1)
+        return { left, silence.data(), left, unusedOutput.data() };
+
+    auto* right = buffer.getWritePointer (1, start);
+    return { left, right, left, right };
+}
+
+void DelayEngine::process (juce::AudioBuffer<float>& buffer) noexcept
+{
+    if (buffer.getNumChannels() == 0)
+        return;
+
+    const auto feedbackBefore = feedbackSample;
+    const auto lowpassBefore = lowpass.memory;
+
+    for (int start = 0; start < buffer.getNumSamples(); start += maxPartLength)
+        processPart (buffer, start, juce::jmin (maxPartLength, buffer.getNumSamples() - start));
+
+    if (buffer.getNumChannels() == 1)
     {
-        lowpass.setCutoff (values.lowpassHz);
-        lowpass.setResonance (resonanceToQ (values.resonancePercent));
+        // The second channel stands idle: what a prepare() leaves to it waits as it was.
+        feedbackSample = Frame (feedbackSample.left(), feedbackBefore.right());
+        lowpass.memory = { Frame (lowpass.memory.s1.left(), lowpassBefore.s1.right()),
+                           Frame (lowpass.memory.s2.left(), lowpassBefore.s2.right()) };
     }
 }
 
-void DelayEngine::clearMemories()
+void DelayEngine::processPart (juce::AudioBuffer<float>& buffer, int start, int numFrames) noexcept
 {
-    for (auto& channel : delayChannels)
-        channel.clearLine();
-
-    feedbackConditioner.clear();
-
-    for (auto& lowpass : wetLowpasses)
-        lowpass.clear();
-}
-
-void DelayEngine::process (juce::AudioBuffer<float>& buffer)
-{
-    const auto numSamples = buffer.getNumSamples();
+    const auto channels = getChannels (buffer, start);
     const auto numChannels = juce::jmin (buffer.getNumChannels(), maxChannels);
+    updateSettings (numFrames, numChannels);
 
-    dryBuffer.makeCopyOf (buffer, true);
-    dryGain.applyGain (dryBuffer, numSamples);
+    for (int offset = 0; offset < numFrames;)
+    {
+        // Its value is known already, and a delay of 0 reads it.
+        *memory.getWritePosition() = channels.getInput (offset) + settings.getGains (offset).loop * feedbackSample;
 
-    for (int channel = 0; channel < numChannels; ++channel)
-        delayChannels[(size_t) channel].process (buffer.getWritePointer (channel), numSamples);
+        const auto maxLength = juce::jmin (numFrames - offset, memory.getRoomInARow());
+        const auto delayed =
+            settings.delayMoves ? readGliding (offset, maxLength) : memory.read (settings.delays[0], maxLength);
+        const auto* degraded = degradeRun (delayed, buffer.getNumChannels());
 
-    degradeStage.process (buffer);
+        if (settings.filtersMove)
+            settings.gainsMove ? runLoop<true, true> (channels, offset, delayed, degraded)
+                               : runLoop<true, false> (channels, offset, delayed, degraded);
+        else
+            settings.gainsMove ? runLoop<false, true> (channels, offset, delayed, degraded)
+                               : runLoop<false, false> (channels, offset, delayed, degraded);
 
-    for (int channel = 0; channel < numChannels; ++channel)
-        wetLowpasses[(size_t) channel].process (buffer.getWritePointer (channel), numSamples);
+        memory.finishWrite (delayed.length);
+        offset += delayed.length;
+    }
 
-    wetGain.applyGain (buffer, numSamples);
+    for (int channel = maxChannels; channel < buffer.getNumChannels(); ++channel)
+    {
+        auto* samples = buffer.getWritePointer (channel, start);
 
-    for (int channel = 0; channel < buffer.getNumChannels(); ++channel)
-        buffer.addFrom (channel, 0, dryBuffer, channel, 0, numSamples);
-
-    guardOutput (buffer);
+        for (int i = 0; i < numFrames; ++i)
+            samples[i] = guardOutput (Frame (samples[i]) * settings.getGains (i).dry).left();
+    }
 }
 
-const float* DelayEngine::mixToMono (const juce::AudioBuffer<float>& processed) noexcept
+void DelayEngine::updateSettings (int numFrames, int numChannels) noexcept
 {
-    const auto numChannels = processed.getNumChannels();
-    const auto numSamples = processed.getNumSamples();
+    settings.filtersMove = ladder.isMoving (numChannels) || lowpass.isMoving (numChannels);
+    settings.gainsMove = loopGain.isSmoothing() || dryGain.isSmoothing() || wetGain.isSmoothing();
+    settings.delayMoves = delay.isSmoothing();
 
-    if (numChannels < 2)
-        return numChannels == 1 ? processed.getReadPointer (0) : nullptr;
+    ladder.fillCoefficients (settings.ladder.data(), settings.filtersMove ? numFrames : 1, numChannels);
+    lowpass.fillCoefficients (settings.lowpass.data(), settings.filtersMove ? numFrames : 1, numChannels);
 
-    dryBuffer.setNotClear();
-    dryBuffer.copyFrom (0, 0, processed, 0, 0, numSamples);
+    for (int i = 0; i < (settings.gainsMove ? numFrames : 1); ++i)
+        settings.gains[(size_t) i] = { Frame (loopGain.getNextValue()), Frame (dryGain.getNextValue()),
+                                       Frame (wetGain.getNextValue()) };
 
-    for (int channel = 1; channel < numChannels; ++channel)
-        dryBuffer.addFrom (0, 0, processed, channel, 0, numSamples);
+    updateDelays (settings.delayMoves ? numFrames : 1);
+}
 
-    dryBuffer.applyGain (0, 0, numSamples, 1.0f / (float) numChannels);
-    return dryBuffer.getReadPointer (0);
+void DelayEngine::updateDelays (int numFrames) noexcept
+{
+    std::array<float, maxPartLength> exactDelays;
+
+    for (int i = 0; i < numFrames; ++i)
+        exactDelays[(size_t) i] = delay.getNextValue();
+
+    juce::FloatVectorOperations::clip (exactDelays.data(), exactDelays.data(), 0.0f, (float) memory.getMaxDelay(),
+                                       numFrames);
+
+    for (int i = 0; i < numFrames; ++i)
+        settings.delays[(size_t) i] = (int) exactDelays[(size_t) i];
+}
+
+DelayMemory::Run DelayEngine::readGliding (int offset, int maxLength) noexcept
+{
+    const auto* delays = settings.delays.data() + offset;
+    int length = 0;
+
+    for (; length < maxLength && length <= delays[length]; ++length)
+        delayedFrames[(size_t) length] = memory.readFrame (delays[length], length);
+
+    return { delayedFrames.data(), length };
+}
+
+const Frame* DelayEngine::degradeRun (DelayMemory::Run delayed, int numChannels) noexcept
+{
+    if (numChannels > maxChannels)
+        degradedFrames.fill (Frame());
+    else if (degrade.isTransparent())
+        return delayed.frames;
+    else
+        degrade.process (delayed.frames, degradedFrames.data(), delayed.length, numChannels);
+
+    return degradedFrames.data();
+}
+
+template <bool filtersMove, bool gainsMove>
+void DelayEngine::runLoop (const Channels& channels,
+                           int offset,
+                           DelayMemory::Run delayed,
+                           const Frame* degraded) noexcept
+{
+    // In local variables, where the compiler can keep them in registers from frame to frame.
+    auto ladderMemory = ladder.memory;
+    auto envelope = limiter.envelope;
+    auto lowpassMemory = lowpass.memory;
+    auto feedback = feedbackSample;
+    const auto limiting = limiter.getCoefficients();
+    const auto restingLadder = settings.ladder[0];
+    const auto restingLowpass = settings.lowpass[0];
+    const auto restingGains = settings.gains[0];
+    auto* written = memory.getWritePosition();
+
+    for (int i = 0; i < delayed.length; ++i)
+    {
+        const auto frame = (size_t) (offset + i);
+        const auto& gains = gainsMove ? settings.gains[frame] : restingGains;
+        const auto input = channels.getInput (offset + i);
+        written[i] = input + gains.loop * feedback;
+
+        const auto darkened =
+            ladderMemory.process (delayed.frames[i], filtersMove ? settings.ladder[frame] : restingLadder);
+        feedback = envelope.process (darkened, limiting);
+
+        const auto wet = lowpassMemory.process (degraded[i], filtersMove ? settings.lowpass[frame] : restingLowpass);
+        channels.setOutput (offset + i, guardOutput (wet * gains.wet + input * gains.dry));
+    }
+
+    ladder.memory = ladderMemory;
+    limiter.envelope = envelope;
+    lowpass.memory = lowpassMemory;
+    feedbackSample = feedback;
 }
 } // namespace cv::varlo

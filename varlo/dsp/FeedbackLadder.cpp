@@ -1,8 +1,11 @@
 #include "dsp/FeedbackLadder.h"
 
+#include <algorithm>
+#include <array>
+
 namespace cv::varlo
 {
-void FeedbackLadder::prepare (double newSampleRate)
+void FeedbackLadder::prepare (double newSampleRate) noexcept
 {
     if (! (newSampleRate > 0.0))
         return;
@@ -15,56 +18,41 @@ void FeedbackLadder::prepare (double newSampleRate)
     sampleRate = newSampleRate;
     piOverSampleRate = juce::MathConstants<float>::pi / (float) sampleRate;
 
-    cutoffSmoother.reset (sampleRate, rampSeconds);
-    resonanceSmoother.reset (sampleRate, rampSeconds);
+    cutoff.reset (sampleRate, rampSeconds);
 
-    updateCoefficients (cutoffSmoother.getTargetValue());
-    updateResonance (resonanceSmoother.getTargetValue());
+    const auto [g, a] = getCoefficientsAt (cutoff.getTarget());
+    coefficients = { Frame (g), Frame (a) };
 }
 
-void FeedbackLadder::updateCoefficients (float cutoffHz) noexcept
+FeedbackLadder::ChannelCoefficients FeedbackLadder::getCoefficientsAt (float cutoffHz) const noexcept
 {
     const auto t = std::tan (juce::jmin (0.5f * (float) sampleRate, cutoffHz) * piOverSampleRate);
-
-    g = 2.0f * t / (2.0f + 2.0f * t);
-    g4 = std::pow (g, 4.0f);
-    normaliser = 1.0f / (g4 * k + 1.0f);
-    a = (2.0f * t - 2.0f) / (2.0f + 2.0f * t);
+    return { 2.0f * t / (2.0f + 2.0f * t), (2.0f * t - 2.0f) / (2.0f + 2.0f * t) };
 }
 
-void FeedbackLadder::updateResonance (float resonance) noexcept
+void FeedbackLadder::fillCoefficients (Coefficients* run, int numFrames, int numChannels) noexcept
 {
-    constexpr auto maxFeedback = 4.0f * 0.95f; // four poles oscillate at 4
+    if (! isMoving (numChannels))
+    {
+        std::fill (run, run + numFrames, coefficients);
+        return;
+    }
 
-    k = resonance * maxFeedback;
-    normaliser = 1.0f / (g4 * k + 1.0f);
-}
+    std::array<float, maxPartLength> left, right;
+    const auto differ = cutoff.fill (left.data(), right.data(), numFrames, numChannels);
 
-float FeedbackLadder::processSample (float x) noexcept
-{
-    if (cutoffSmoother.isSmoothing())
-        updateCoefficients (cutoffSmoother.getNextValue());
+    for (int i = 0; i < numFrames; ++i)
+    {
+        const auto [g, a] = getCoefficientsAt (left[(size_t) i]);
+        run[i] = { Frame (g), Frame (a) };
+    }
 
-    if (resonanceSmoother.isSmoothing())
-        updateResonance (resonanceSmoother.getNextValue());
+    for (int i = 0; differ && i < numFrames; ++i)
+    {
+        const auto [g, a] = getCoefficientsAt (right[(size_t) i]);
+        run[i] = { Frame (run[i].g.left(), g), Frame (run[i].a.left(), a) };
+    }
 
-    auto& [s0, s1, s2, s3] = stage;
-
-    const auto y = normaliser * (s3 + g * (s2 + g * (s1 + g * (s0 + x))));
-
-    const auto u0 = g * (x - k * y);
-    const auto y0 = s0 + u0;
-    const auto u1 = g * y0;
-    const auto y1 = s1 + u1;
-    const auto u2 = g * y1;
-    const auto y2 = s2 + u2;
-    const auto u3 = g * y2;
-
-    s0 = u0 - a * y0;
-    s1 = u1 - a * y1;
-    s2 = u2 - a * y2;
-    s3 = u3 - a * y;
-
-    return y;
+    coefficients = run[numFrames - 1];
 }
 } // namespace cv::varlo

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <juce_audio_basics/juce_audio_basics.h>
+#include "dsp/ChannelRamps.h"
+#include "dsp/Frame.h"
 
 namespace cv::varlo
 {
@@ -11,53 +12,87 @@ namespace cv::varlo
 
         t = tan (pi c / f),  g = 2t / (2 + 2t),  a = (2t - 2) / (2 + 2t).
 
-    A resonance would feed the output y back into the first stage, k times. To close that loop without
-    a sample of delay, y is estimated ahead of the stages:
+    The output y is estimated ahead of the stages from their memories s0 to s3:
 
-        y = (s3 + g (s2 + g (s1 + g (s0 + x)))) / (1 + k g^4).
+        y = s3 + g (s2 + g (s1 + g (s0 + x))).
 
     In this estimate x is weighted by g^3, where the exact solution has g^4. That is the sound: y is
     the four-pole output and a small direct part of the input, and the last stage remembers this same
     y. A steady input settles a little above itself, at 5 kHz and 44.1 kHz by the factor 1.027, and the
-    slope is gentler far above a high cutoff. This plug-in leaves the resonance at 0, so k is 0.
+    slope is gentler far above a high cutoff.
 
-    Threads: prepare() never at the same time as the others, which are the audio thread's and
-    allocate nothing.
+    The cutoff of each channel is on a ramp of 10 ms. Threads: prepare() never at the same time as the
+    others, which are the audio thread's and allocate nothing.
 */
 class FeedbackLadder
 {
 public:
     static constexpr double rampSeconds = 0.01;
 
-    /** Takes the rate in hertz and clears the memories. At a new rate the cutoff arrives at its
-        target; at the same rate a ramp goes on. A rate that is not above 0 changes nothing.
+    struct Coefficients
+    {
+        Frame g, a;
+    };
+
+    /** What the four stages remember of the signal. */
+    struct Memory
+    {
+        /** Filters one frame. */
+        Frame process (Frame x, const Coefficients& coefficients) noexcept
+        {
+            const auto [g, a] = coefficients;
+            const auto y = s3 + g * (s2 + g * (s1 + g * (s0 + x)));
+
+            const auto u0 = g * x;
+            const auto y0 = s0 + u0;
+            const auto u1 = g * y0;
+            const auto y1 = s1 + u1;
+            const auto u2 = g * y1;
+            const auto y2 = s2 + u2;
+            const auto u3 = g * y2;
+
+            s0 = u0 - a * y0;
+            s1 = u1 - a * y1;
+            s2 = u2 - a * y2;
+            s3 = u3 - a * y;
+
+            return y;
+        }
+
+        Frame s0, s1, s2, s3;
+    };
+
+    /** Takes the rate in hertz and clears the memory. At a new rate the cutoff arrives at its target; at
+        the same rate a ramp goes on. A rate that is not above 0 changes nothing.
     */
-    void prepare (double sampleRate);
+    void prepare (double sampleRate) noexcept;
 
     /** Ramps to a cutoff in hertz within 10 ms; half the rate is the highest that takes effect. */
-    void setCutoff (float hz) noexcept { cutoffSmoother.setTargetValue (hz); }
+    void setCutoff (float hz) noexcept { cutoff.setTarget (hz); }
 
-    /** Ramps to a resonance from 0 to 1 within 10 ms. */
-    void setResonance (float resonance) noexcept { resonanceSmoother.setTargetValue (resonance); }
+    /** Empties the four stages; cutoff and ramps stay. */
+    void clear() noexcept { memory = {}; }
 
-    /** Empties the four stages; settings and ramps stay. */
-    void clear() noexcept { stage = {}; }
+    /** Whether a ramp runs in the first `numChannels` channels. */
+    bool isMoving (int numChannels) const noexcept { return cutoff.isMoving (numChannels); }
 
-    /** Filters one sample. Transcendental functions are called only while a ramp runs. */
-    float processSample (float x) noexcept;
+    /** The coefficients for the next frames, up to maxPartLength, of the first `numChannels` channels. They are worked
+        out while a ramp runs; the ramp of a second channel that is left out waits.
+    */
+    void fillCoefficients (Coefficients* run, int numFrames, int numChannels) noexcept;
+
+    Memory memory;
 
 private:
-    void updateCoefficients (float cutoffHz) noexcept;
-    void updateResonance (float resonance) noexcept;
+    struct ChannelCoefficients
+    {
+        float g, a;
+    };
 
-    juce::SmoothedValue<float> cutoffSmoother { 20.0f };
-    juce::SmoothedValue<float> resonanceSmoother { 0.0f };
-    float k = 0.0f;
-    float g = 0.0f;
-    float a = 0.0f;
-    float g4 = 0.0f;
-    float normaliser = 1.0f;
-    std::array<float, 4> stage {};
+    ChannelCoefficients getCoefficientsAt (float cutoffHz) const noexcept;
+
+    ChannelRamps cutoff { 20.0f }; // hertz
+    Coefficients coefficients;
     double sampleRate = 0.0;
     float piOverSampleRate = 0.0f;
 };

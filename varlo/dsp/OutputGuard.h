@@ -1,6 +1,6 @@
 #pragma once
 
-#include <juce_audio_basics/juce_audio_basics.h>
+#include "dsp/Frame.h"
 
 namespace cv::varlo
 {
@@ -8,7 +8,10 @@ namespace cv::varlo
 constexpr float maxOutputLevel = 4.0f;
 
 /** Turns NaN and infinities into silence and limits all else to maxOutputLevel, so that a loop gone
-    wrong never reaches a listener's ears at full force. In place; audio thread.
+    wrong never reaches a listener's ears at full force.
 */
-void guardOutput (juce::AudioBuffer<float>&) noexcept;
+inline Frame guardOutput (Frame output) noexcept
+{
+    return max (min (finiteOrZero (output), Frame (maxOutputLevel)), Frame (-maxOutputLevel));
+}
 } // namespace cv::varlo

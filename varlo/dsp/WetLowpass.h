@@ -1,14 +1,20 @@
 #pragma once
 
-#include <juce_audio_basics/juce_audio_basics.h>
-#include <juce_dsp/juce_dsp.h>
+#include "dsp/ChannelRamps.h"
+#include "dsp/Frame.h"
 
 namespace cv::varlo
 {
-/** One channel's resonant low-pass on the wet signal, with cutoff and resonance on ramps of 10 ms.
+/** The resonant low-pass on the wet signal, with cutoff c and q of each channel on ramps of 10 ms.
 
-    The filter is JUCE's state variable filter in the topology-preserving form. Its resonance is a q:
-    0.1 is overdamped, about 20 dB down at the cutoff; 1/sqrt 2 is flat; above it the cutoff rings.
+    A state variable filter in the topology-preserving form, with two integrators s1 and s2:
+
+        g = tan (pi c / f),  R = 1 / q,  h = 1 / (1 + R g + g^2)
+
+        high = h (x - s1 (g + R) - s2),   band = g high + s1,   low = g band + s2.
+
+    The same samples as those of juce::dsp::StateVariableTPTFilter. A q of 0.1 is overdamped, about 20 dB
+    down at the cutoff; 1/sqrt 2 is flat; above it the cutoff rings.
 
     Threads: prepare() never at the same time as the others, which are the audio thread's and
     allocate nothing.
@@ -18,12 +24,36 @@ class WetLowpass
 public:
     static constexpr double rampSeconds = 0.01;
 
-    WetLowpass();
+    struct Coefficients
+    {
+        Frame g, gPlusR, h;
+    };
 
-    /** At a new rate clears the memory and lets both ramps arrive; at the same rate does nothing. The
-        rate is above 0. Allocates.
+    /** What the two integrators remember of the signal. */
+    struct Memory
+    {
+        /** Filters one frame. */
+        Frame process (Frame x, const Coefficients& coefficients) noexcept
+        {
+            const auto [g, gPlusR, h] = coefficients;
+            const auto high = h * (x - s1 * gPlusR - s2);
+
+            const auto band = high * g + s1;
+            s1 = high * g + band;
+
+            const auto low = band * g + s2;
+            s2 = band * g + low;
+
+            return low;
+        }
+
+        Frame s1, s2;
+    };
+
+    /** At a new rate in hertz, above 0, clears the memory and lets all ramps arrive; at the same rate only
+        what is not finite leaves the memory.
     */
-    void prepare (const juce::dsp::ProcessSpec&);
+    void prepare (double sampleRate) noexcept;
 
     /** Ramps to a cutoff in hertz, kept one hertz under half the rate. Before prepare() it is only
         noted; a cutoff that is not above 0 is never taken over.
@@ -31,24 +61,43 @@ public:
     void setCutoff (float hz) noexcept;
 
     /** Ramps to a q above 0. */
-    void setResonance (float q) noexcept { resonanceSmoother.setTargetValue (q); }
+    void setResonance (float q) noexcept { resonance.setTarget (q); }
 
     /** The cutoff in hertz that is being ramped to or rested on. */
-    float getTargetCutoff() const noexcept { return cutoffSmoother.getTargetValue(); }
+    float getTargetCutoff() const noexcept { return cutoff.getTarget(); }
 
-    /** Empties the filter's memory; settings and ramps stay. */
-    void clear() { filter.reset(); }
+    /** Empties the memory; settings and ramps stay. */
+    void clear() noexcept { memory = {}; }
 
-    /** Works in place. prepare() has to have been called. */
-    void process (float* samples, int numSamples);
+    /** Whether a ramp runs in the first `numChannels` channels. */
+    bool isMoving (int numChannels) const noexcept
+    {
+        return cutoff.isMoving (numChannels) || resonance.isMoving (numChannels);
+    }
+
+    /** The coefficients for the next frames, up to maxPartLength, of the first `numChannels` channels. They are worked
+        out while a ramp runs and where the settings have changed without one; the ramps of a second channel that
+        is left out wait.
+    */
+    void fillCoefficients (Coefficients* run, int numFrames, int numChannels) noexcept;
+
+    Memory memory;
 
 private:
-    void updateCutoffTarget() noexcept;
+    struct ChannelCoefficients
+    {
+        float g, gPlusR, h;
+    };
 
+    void updateCutoffTarget() noexcept;
+    ChannelCoefficients getCoefficientsAt (float cutoffHz, float q) const noexcept;
+
+    ChannelRamps cutoff; // hertz
+    ChannelRamps resonance;
+    Coefficients coefficients;
+    float lastCutoff = 0.0f; // what the coefficients were worked out from
+    float lastQ = 0.0f;
     float requestedCutoff = 0.0f;
     double sampleRate = 0.0;
-    juce::dsp::StateVariableTPTFilter<float> filter;
-    juce::SmoothedValue<float> cutoffSmoother; // hertz
-    juce::SmoothedValue<float> resonanceSmoother;
 };
 } // namespace cv::varlo

@@ -19,6 +19,20 @@ const Range percentRange { 0.0f, 100.0f, continuous, 1.0f };
 const Range delayRangeMilliseconds { 1.0f, 10000.0f, continuous, delaySkew };
 const Range lowpassRangeHz { 20.0f, 20000.0f, continuous, lowpassSkew };
 
+constexpr ParameterValues defaults { .mixPercent = 50.0f,
+                                     .degradePercent = 0.0f,
+                                     .delayMilliseconds = 1000.0f,
+                                     .feedbackPercent = 50.0f,
+                                     .lowpassHz = 5000.0f,
+                                     .resonancePercent = 0.0f };
+
+/** A filter that has once been fed with NaN gives nothing else from then on. */
+float finiteOr (float defaultValue, const juce::AudioParameterFloat& parameter) noexcept
+{
+    const auto value = parameter.get();
+    return std::isfinite (value) ? value : defaultValue;
+}
+
 const juce::AudioParameterFloat& find (const juce::AudioProcessorValueTreeState& tree, const char* id)
 {
     return dynamic_cast<const juce::AudioParameterFloat&> (*tree.getParameter (id));
@@ -37,12 +51,12 @@ juce::AudioProcessorValueTreeState::ParameterLayout Parameters::createLayout()
     const auto time = getTimeAttributes (1);
     const auto freq = getFreqAttributes (0);
 
-    return { makeParameter (parameterIds::mix, "Mix", percentRange, 50.0f, percent),
-             makeParameter (parameterIds::degrade, "Degrade", percentRange, 0.0f, percent),
-             makeParameter (parameterIds::delay, "Delay", delayRangeMilliseconds, 1000.0f, time),
-             makeParameter (parameterIds::feedback, "Feedback", percentRange, 50.0f, percent),
-             makeParameter (parameterIds::lowpass, "Lowpass", lowpassRangeHz, 5000.0f, freq),
-             makeParameter (parameterIds::resonance, "Resonance", percentRange, 0.0f, percent) };
+    return { makeParameter (parameterIds::mix, "Mix", percentRange, defaults.mixPercent, percent),
+             makeParameter (parameterIds::degrade, "Degrade", percentRange, defaults.degradePercent, percent),
+             makeParameter (parameterIds::delay, "Delay", delayRangeMilliseconds, defaults.delayMilliseconds, time),
+             makeParameter (parameterIds::feedback, "Feedback", percentRange, defaults.feedbackPercent, percent),
+             makeParameter (parameterIds::lowpass, "Lowpass", lowpassRangeHz, defaults.lowpassHz, freq),
+             makeParameter (parameterIds::resonance, "Resonance", percentRange, defaults.resonancePercent, percent) };
 }
 
 Parameters::Parameters (const juce::AudioProcessorValueTreeState& tree)
@@ -57,6 +71,11 @@ Parameters::Parameters (const juce::AudioProcessorValueTreeState& tree)
 
 ParameterValues Parameters::getValues() const noexcept
 {
-    return { mix.get(), degrade.get(), delay.get(), feedback.get(), lowpass.get(), resonance.get() };
+    return { .mixPercent = finiteOr (defaults.mixPercent, mix),
+             .degradePercent = finiteOr (defaults.degradePercent, degrade),
+             .delayMilliseconds = finiteOr (defaults.delayMilliseconds, delay),
+             .feedbackPercent = finiteOr (defaults.feedbackPercent, feedback),
+             .lowpassHz = finiteOr (defaults.lowpassHz, lowpass),
+             .resonancePercent = finiteOr (defaults.resonancePercent, resonance) };
 }
 } // namespace cv::varlo

@@ -16,8 +16,8 @@ public:
     /** Looks the six up in a tree that was built from createLayout() and outlives this object. */
     explicit Parameters (const juce::AudioProcessorValueTreeState&);
 
-    /** The present values, in display units. Any thread, lock-free; six separate atomic reads, not
-        one snapshot.
+    /** The present values, in display units; the default of a parameter that holds no finite number. Any thread,
+        lock-free; six separate atomic reads, not one snapshot.
     */
     ParameterValues getValues() const noexcept;
 

@@ -35,9 +35,9 @@ void FFTProcessor::prepareToPlay (double newSampleRate)
         });
 }
 
-void FFTProcessor::pushAudio (const float* samples, int numSamples) noexcept
+void FFTProcessor::pushAudio (const juce::AudioBuffer<float>& audio) noexcept
 {
-    audioFifo.pushOverwriting (samples, numSamples);
+    audioFifo.pushMeanOverwriting (audio);
 
     if (audioFifo.getNumReady() >= hopSamples)
         notify();

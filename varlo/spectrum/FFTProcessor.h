@@ -34,10 +34,11 @@ public:
     */
     void prepareToPlay (double newSampleRate);
 
-    /** Audio thread: takes over the next samples and wakes the thread when there is enough for a frame.
-        Allocates nothing; the waking takes the event's short lock, and nothing else here takes any.
+    /** Audio thread: takes over the mean of the channels, one channel as it is, and wakes the thread when there is
+        enough for a frame. Allocates nothing; the waking takes the event's short lock, and nothing else here takes
+        any.
     */
-    void pushAudio (const float* samples, int numSamples) noexcept;
+    void pushAudio (const juce::AudioBuffer<float>&) noexcept;
 
     /** Called on the message thread, with `sampleRate`. To be set, and emptied, on that thread. */
     std::function<void (double)> onSampleRateChanged;

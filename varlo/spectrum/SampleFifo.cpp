@@ -40,6 +40,34 @@ void SampleFifo::pushOverwriting (const float* data, int count) noexcept
     fifo.finishedWrite (size1 + size2);
 }
 
+void SampleFifo::pushMeanOverwriting (const juce::AudioBuffer<float>& audio) noexcept
+{
+    const auto numChannels = audio.getNumChannels();
+
+    if (numChannels == 1)
+        pushOverwriting (audio.getReadPointer (0), audio.getNumSamples());
+
+    if (numChannels < 2)
+        return;
+
+    // Piece by piece, so that a block of any length needs no memory of its own.
+    constexpr int pieceLength = 512;
+    std::array<float, pieceLength> mean;
+
+    for (int start = 0; start < audio.getNumSamples(); start += pieceLength)
+    {
+        const auto length = juce::jmin (pieceLength, audio.getNumSamples() - start);
+        juce::FloatVectorOperations::add (mean.data(), audio.getReadPointer (0, start), audio.getReadPointer (1, start),
+                                          length);
+
+        for (int channel = 2; channel < numChannels; ++channel)
+            juce::FloatVectorOperations::add (mean.data(), audio.getReadPointer (channel, start), length);
+
+        juce::FloatVectorOperations::multiply (mean.data(), 1.0f / (float) numChannels, length);
+        pushOverwriting (mean.data(), length);
+    }
+}
+
 bool SampleFifo::pop (float* destination, int count) noexcept
 {
     int start1 = 0, size1 = 0, start2 = 0, size2 = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <juce_core/juce_core.h>
+#include <juce_audio_basics/juce_audio_basics.h>
 
 #include <atomic>
 #include <vector>
@@ -13,8 +13,8 @@ namespace cv::varlo
     The drop moves the reader's index under its hands. The worst that comes of it is a reader who gets
     newer samples amid the older ones that it asked for.
 
-    Threads: pushOverwriting() and dropAll() are the writer's, pop() is the reader's, getNumReady() is
-    anybody's. All of them are realtime-safe; only construction allocates.
+    Threads: the pushes and dropAll() are the writer's, pop() is the reader's, getNumReady() is anybody's.
+    All of them are realtime-safe; only construction allocates.
 */
 class SampleFifo
 {
@@ -29,6 +29,9 @@ public:
         samples than fit into the empty queue only the newest are kept. A count of 0 does nothing.
     */
     void pushOverwriting (const float* data, int count) noexcept;
+
+    /** Appends the mean over the channels of a buffer, a single channel as it is. */
+    void pushMeanOverwriting (const juce::AudioBuffer<float>&) noexcept;
 
     /** Takes the `count` oldest samples, or none and returns false when fewer are waiting. */
     bool pop (float* destination, int count) noexcept;

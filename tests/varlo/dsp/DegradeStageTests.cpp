@@ -7,10 +7,8 @@ namespace cv::varlo
 {
 namespace
 {
-using cv::test::channelOf;
 using cv::test::firstDifference;
 using cv::test::noise;
-using cv::test::toBuffer;
 
 int holdLengthAt (float amount, float sampleRate)
 {
@@ -19,11 +17,29 @@ int holdLengthAt (float amount, float sampleRate)
     return stage.getHoldLength();
 }
 
+std::vector<Frame> runFrames (DegradeStage& stage,
+                              const std::vector<float>& left,
+                              const std::vector<float>& right,
+                              int numChannels = 2)
+{
+    std::vector<Frame> source;
+
+    for (size_t i = 0; i < left.size(); ++i)
+        source.emplace_back (left[i], right[i]);
+
+    std::vector<Frame> output (source.size());
+    stage.process (source.data(), output.data(), (int) source.size(), numChannels);
+    return output;
+}
+
 std::vector<float> run (DegradeStage& stage, const std::vector<float>& signal)
 {
-    auto buffer = toBuffer ({ signal });
-    stage.process (buffer);
-    return channelOf (buffer, 0);
+    std::vector<float> output;
+
+    for (const auto& frame : runFrames (stage, signal, signal))
+        output.push_back (frame.left());
+
+    return output;
 }
 
 TEST (DegradeStage, HoldLengthFollowsItsCurve)
@@ -97,26 +113,63 @@ TEST (DegradeStage, ChangedAmountCapturesAfreshAndUnchangedOneCountsOn)
     EXPECT_FLOAT_EQ (newRate.front(), noise (100, 7).front());
 }
 
+TEST (DegradeStage, OnlyTheZeroAmountCallsItselfTransparent)
+{
+    DegradeStage stage;
+    stage.update (0.0f, 48000.0f);
+    EXPECT_TRUE (stage.isTransparent());
+    stage.update (0.001f, 48000.0f);
+    EXPECT_FALSE (stage.isTransparent());
+}
+
 TEST (DegradeStage, ChannelsHoldTheirOwnValues)
 {
     DegradeStage stage;
     stage.update (1.0f, 48000.0f);
-    auto buffer = toBuffer ({ noise (100, 8), noise (100, 9) });
-    stage.process (buffer);
+    const auto output = runFrames (stage, noise (100, 8), noise (100, 9));
 
-    EXPECT_EQ (buffer.getSample (0, 99), noise (100, 8).front());
-    EXPECT_EQ (buffer.getSample (1, 99), noise (100, 9).front());
+    EXPECT_EQ (output[99].left(), noise (100, 8).front());
+    EXPECT_EQ (output[99].right(), noise (100, 9).front());
 }
 
-TEST (DegradeStage, MoreThanTwoChannelsAreCleared)
+TEST (DegradeStage, SecondChannelWaitsWhileOnlyTheFirstRuns)
 {
+    // 100 frames of both, 441 of the first alone: the first has captured anew, the second holds on for the rest of
+    // its own 441.
     DegradeStage stage;
-    stage.update (0.0f, 48000.0f);
-    auto buffer = toBuffer ({ noise (100, 1), noise (100, 2), noise (100, 3) });
-    stage.process (buffer);
+    stage.update (1.0f, 44100.0f);
+    runFrames (stage, noise (100, 1), noise (100, 2));
+    runFrames (stage, noise (441, 3), noise (441, 4), 1);
+    const auto output = runFrames (stage, noise (1000, 5), noise (1000, 6));
 
-    for (int channel = 0; channel < 3; ++channel)
-        EXPECT_EQ (buffer.getMagnitude (channel, 0, 100), 0.0f);
+    EXPECT_EQ (output[0].left(), noise (441, 3)[341]);
+    EXPECT_EQ (output[0].right(), noise (100, 2)[0]);
+    EXPECT_EQ (output[340].right(), noise (100, 2)[0]);
+    EXPECT_EQ (output[341].right(), noise (1000, 6)[341]);
+    EXPECT_EQ (output[341].left(), noise (1000, 5)[341]);
+}
+
+TEST (DegradeStage, AnyCutOfTheSignalGivesTheSame)
+{
+    const auto signal = noise (5000, 10);
+    DegradeStage whole;
+    whole.update (0.6f, 44100.0f);
+    const auto expected = run (whole, signal);
+
+    DegradeStage cut;
+    cut.update (0.6f, 44100.0f);
+    juce::Random random (11);
+    std::vector<float> output;
+
+    while (output.size() < signal.size())
+    {
+        const auto length = juce::jmin (signal.size() - output.size(), (size_t) random.nextInt (100));
+        const auto begin = signal.begin() + (std::ptrdiff_t) output.size();
+        const auto piece = run (cut, { begin, begin + (std::ptrdiff_t) length });
+        output.insert (output.end(), piece.begin(), piece.end());
+    }
+
+    EXPECT_EQ (firstDifference (output, expected), -1);
 }
 } // namespace
 } // namespace cv::varlo

@@ -31,7 +31,7 @@ ParameterValues with (float ParameterValues::*parameter, float value, ParameterV
 class DelayEngineTest : public testing::Test
 {
 protected:
-    void prepare (const ParameterValues& values, double sampleRate = rate) { engine.prepare (sampleRate, 512, values); }
+    void prepare (const ParameterValues& values, double sampleRate = rate) { engine.prepare (sampleRate, values); }
 
     std::vector<float> run (const std::vector<float>& signal) { return runStereo (signal, signal).first; }
 
@@ -119,7 +119,7 @@ TEST_F (DelayEngineTest, WetOutputTakesTheRawReadAndOnlyRepeatsDarken)
         values.feedbackPercent = 100.0f;
         values.resonancePercent = 31.0f;
         values.lowpassHz = lowpassHz;
-        fresh.prepare (rate, 512, values);
+        fresh.prepare (rate, values);
 
         auto tone = sine (oneSecond / 20, 3000.0, rate, 0.5f);
         tone.resize (oneSecond);
@@ -144,8 +144,8 @@ TEST_F (DelayEngineTest, ResonanceAndDegradeStayOutOfTheLoop)
     DelayEngine rested;
     auto values = with (&ParameterValues::feedbackPercent, 90.0f);
     values.delayMilliseconds = 100.0f;
-    moved.prepare (rate, 512, values);
-    rested.prepare (rate, 512, values);
+    moved.prepare (rate, values);
+    rested.prepare (rate, values);
 
     auto coloured = values;
     coloured.resonancePercent = 100.0f;
@@ -189,7 +189,7 @@ TEST_F (DelayEngineTest, MonoRunsTheFirstChannelAlone)
 {
     prepare (defaults);
     DelayEngine mono;
-    mono.prepare (rate, 512, defaults);
+    mono.prepare (rate, defaults);
 
     const auto signal = noise (2 * oneSecond, 5);
     auto buffer = toBuffer ({ signal });
@@ -219,22 +219,39 @@ TEST_F (DelayEngineTest, OutputStaysWithinFour)
     EXPECT_EQ (right[50], -4.0f);
 }
 
-TEST_F (DelayEngineTest, NotANumberLeavesAsSilenceAndStaysInTheLoop)
+TEST_F (DelayEngineTest, NotANumberLeavesAsSilenceAndStaysInTheLoopUntilItIsCleared)
 {
-    auto values = with (&ParameterValues::delayMilliseconds, 10.0f);
-    prepare (values);
-    auto signal = noise (oneSecond, 6, 0.5f);
-    signal[0] = std::numeric_limits<float>::quiet_NaN();
-    const auto output = run (signal);
+    const auto values = with (&ParameterValues::delayMilliseconds, 10.0f);
 
-    EXPECT_EQ (output[0], 0.0f);
-    EXPECT_EQ (output[1], 0.5f * signal[1]);
-    EXPECT_EQ (peak (output, 442, output.size()), 0.0f);
+    for (const auto clearByPrepare : { false, true })
+    {
+        DelayEngine fresh;
+        fresh.prepare (rate, values);
+        const auto runFresh = [&fresh] (const std::vector<float>& input)
+        {
+            auto buffer = toBuffer ({ input, input });
+            fresh.process (buffer);
+            return channelOf (buffer, 1);
+        };
 
-    // A cleared memory sounds again, until the value that waited to be fed back has gone round.
-    engine.clearMemories();
-    const auto after = run (noise (oneSecond, 7, 0.5f));
-    EXPECT_GT (peak (after, 0, 441), 0.2f);
+        auto signal = noise (oneSecond, 6, 0.5f);
+        signal[0] = std::numeric_limits<float>::quiet_NaN();
+        const auto output = runFresh (signal);
+
+        EXPECT_EQ (output[0], 0.0f);
+        EXPECT_EQ (output[1], 0.5f * signal[1]);
+        EXPECT_EQ (peak (output, 442, output.size()), 0.0f);
+
+        // Neither the sample that waited to be fed back nor the wet filter brings it back.
+        if (clearByPrepare)
+            fresh.prepare (rate, values);
+        else
+            fresh.clear();
+
+        const auto after = runFresh (noise (oneSecond, 7, 0.5f));
+        EXPECT_GT (peak (after, 0, 441), 0.2f);
+        EXPECT_GT (peak (after, oneSecond / 2, oneSecond), 0.2f);
+    }
 }
 
 TEST_F (DelayEngineTest, InfinityBehavesAsNotANumber)
@@ -244,14 +261,14 @@ TEST_F (DelayEngineTest, InfinityBehavesAsNotANumber)
     EXPECT_EQ (output, (std::vector<float> { 0.0f, 0.0f }));
 }
 
-TEST_F (DelayEngineTest, ClearMemoriesSilencesEchoesButKeepsRampsAndHeldSamples)
+TEST_F (DelayEngineTest, ClearSilencesEchoesButKeepsRampsAndHeldSamples)
 {
     auto values = with (&ParameterValues::delayMilliseconds, 100.0f);
     values.mixPercent = 100.0f;
     values.feedbackPercent = 0.0f;
     prepare (values);
     run (noise (oneSecond, 8));
-    engine.clearMemories();
+    engine.clear();
     const auto silent = run (constant (oneSecond, 0.0f));
     EXPECT_EQ (peak (silent, 0, silent.size()), 0.0f);
 
@@ -260,7 +277,7 @@ TEST_F (DelayEngineTest, ClearMemoriesSilencesEchoesButKeepsRampsAndHeldSamples)
     values.delayMilliseconds = 1.0f;
     prepare (values);
     run (constant (oneSecond + 100, 0.5f));
-    engine.clearMemories();
+    engine.clear();
     const auto held = run (constant (100, 0.0f));
     EXPECT_GT (peak (held, 0, 100), 0.1f);
 }
@@ -294,11 +311,57 @@ TEST_F (DelayEngineTest, NewSampleRateKeepsTheDelayInSeconds)
     EXPECT_GT (peak (output, 96000, 96010), 0.3f);
 }
 
+TEST_F (DelayEngineTest, ChangeToMonoAndBackLeavesTheSecondChannelWhereItWas)
+{
+    // A full Degrade holds its value for 441 samples: the second channel's counter waits while mono.
+    auto values = with (&ParameterValues::degradePercent, 100.0f);
+    values.mixPercent = 100.0f;
+    values.delayMilliseconds = 1.0f;
+    values.feedbackPercent = 0.0f;
+    prepare (values);
+    runStereo (constant (144, 1.0f), constant (144, 1.0f));
+    prepare (values);
+    const auto before = runStereo (constant (100, 0.5f), constant (100, 0.5f));
+
+    prepare (values);
+    auto mono = toBuffer ({ noise (5000, 12) });
+    engine.process (mono);
+
+    prepare (values);
+    const auto after = runStereo (constant (10, 0.0f), constant (10, 0.0f));
+    EXPECT_NE (after.first[0], after.second[0]);
+    EXPECT_NEAR (after.second[0], before.second[99], 0.01f);
+}
+
+TEST_F (DelayEngineTest, OfFurtherChannelsOnlyTheDrySignalIsLeft)
+{
+    auto values = with (&ParameterValues::delayMilliseconds, 1.0f);
+    values.mixPercent = 25.0f;
+    prepare (values);
+    auto buffer = toBuffer ({ noise (1000, 13), noise (1000, 14), noise (1000, 15, 8.0f) });
+    const auto input = buffer;
+    engine.process (buffer);
+
+    for (int channel = 0; channel < 3; ++channel)
+        for (int i = 0; i < 1000; ++i)
+            ASSERT_EQ (buffer.getSample (channel, i), juce::jlimit (-4.0f, 4.0f, 0.75f * input.getSample (channel, i)))
+                << channel << ", " << i;
+}
+
+TEST_F (DelayEngineTest, BufferWithoutChannelsOrSamplesIsLeftAlone)
+{
+    prepare (defaults);
+    juce::AudioBuffer<float> none;
+    engine.process (none);
+    juce::AudioBuffer<float> noSamples (2, 0);
+    engine.process (noSamples);
+}
+
 TEST_F (DelayEngineTest, BlockThatIsFlaggedClearIsSilence)
 {
     prepare (defaults);
     DelayEngine other;
-    other.prepare (rate, 512, defaults);
+    other.prepare (rate, defaults);
 
     auto signal = toBuffer ({ noise (oneSecond, 10), noise (oneSecond, 11) });
     auto sameSignal = signal;

@@ -26,10 +26,17 @@ FeedbackLadder makeLadder (float cutoffHz, double sampleRate = rate)
     return ladder;
 }
 
+FeedbackLadder::Coefficients nextCoefficients (FeedbackLadder& ladder, int numChannels)
+{
+    FeedbackLadder::Coefficients coefficients;
+    ladder.fillCoefficients (&coefficients, 1, numChannels);
+    return coefficients;
+}
+
 std::vector<float> run (FeedbackLadder& ladder, std::vector<float> signal)
 {
     for (auto& sample : signal)
-        sample = ladder.processSample (sample);
+        sample = ladder.memory.process (Frame (sample), nextCoefficients (ladder, 2)).right();
 
     return signal;
 }
@@ -163,14 +170,34 @@ TEST (FeedbackLadder, RateThatIsNotAboveZeroChangesNothing)
     }
 }
 
-TEST (FeedbackLadder, ResonanceLiftsTheCutoff)
+TEST (FeedbackLadder, ChannelsKeepApart)
 {
-    auto resonant = makeLadder (1000.0f);
-    resonant.setResonance (0.9f);
-    run (resonant, constant (rampSamples, 0.0f));
-    const auto output = run (resonant, sine (2 * oneSecond, 1000.0, rate));
+    auto ladder = makeLadder (5000.0f);
+    auto alone = makeLadder (5000.0f);
+    const auto left = noise (1000, 11);
+    const auto right = noise (1000, 12);
+    const auto expected = run (alone, right);
 
-    EXPECT_GT (toDecibels (peak (output, oneSecond, output.size())), gainInDecibels (1000.0f, 1000.0) + 6.0);
+    for (size_t i = 0; i < left.size(); ++i)
+        ASSERT_EQ (ladder.memory.process ({ left[i], right[i] }, nextCoefficients (ladder, 2)).right(), expected[i])
+            << i;
+}
+
+TEST (FeedbackLadder, SecondChannelsRampWaitsWhileOnlyTheFirstRuns)
+{
+    auto ladder = makeLadder (500.0f);
+    ladder.setCutoff (8000.0f);
+
+    for (int i = 0; i < rampSamples; ++i)
+        nextCoefficients (ladder, 1);
+
+    EXPECT_FALSE (ladder.isMoving (1));
+    EXPECT_TRUE (ladder.isMoving (2));
+    const auto waited = run (ladder, noise (1000, 13));
+
+    auto never = makeLadder (500.0f);
+    never.setCutoff (8000.0f);
+    EXPECT_EQ (firstDifference (waited, run (never, noise (1000, 13))), -1);
 }
 } // namespace
 } // namespace cv::varlo

@@ -6,25 +6,23 @@ namespace cv::varlo
 {
 namespace
 {
-using testing::ElementsAre;
-
 TEST (OutputGuard, LimitsToFourAndSilencesWhatIsNotFinite)
 {
     constexpr auto nan = std::numeric_limits<float>::quiet_NaN();
     constexpr auto infinity = std::numeric_limits<float>::infinity();
 
-    juce::AudioBuffer<float> buffer (2, 4);
-    std::array<float, 4> left { 5.0f, -5.0f, 3.999f, -4.0f };
-    std::array<float, 4> right { nan, infinity, -infinity, 0.25f };
-    buffer.copyFrom (0, 0, left.data(), 4);
-    buffer.copyFrom (1, 0, right.data(), 4);
+    const std::vector<std::pair<float, float>> cases { { 5.0f, 4.0f },   { -5.0f, -4.0f },   { 3.999f, 3.999f },
+                                                       { -4.0f, -4.0f }, { 0.25f, 0.25f },   { nan, 0.0f },
+                                                       { -nan, 0.0f },   { infinity, 0.0f }, { -infinity, 0.0f } };
 
-    guardOutput (buffer);
-
-    EXPECT_THAT (std::vector<float> (buffer.getReadPointer (0), buffer.getReadPointer (0) + 4),
-                 ElementsAre (4.0f, -4.0f, 3.999f, -4.0f));
-    EXPECT_THAT (std::vector<float> (buffer.getReadPointer (1), buffer.getReadPointer (1) + 4),
-                 ElementsAre (0.0f, 0.0f, 0.0f, 0.25f));
+    for (const auto& [input, output] : cases)
+    {
+        // In each channel for itself.
+        EXPECT_EQ (guardOutput ({ input, 0.5f }).left(), output) << input;
+        EXPECT_EQ (guardOutput ({ input, 0.5f }).right(), 0.5f) << input;
+        EXPECT_EQ (guardOutput ({ 0.5f, input }).right(), output) << input;
+        EXPECT_EQ (guardOutput ({ 0.5f, input }).left(), 0.5f) << input;
+    }
 }
 } // namespace
 } // namespace cv::varlo

@@ -2,6 +2,7 @@
 #include "support/Signals.h"
 
 #include <gmock/gmock.h>
+#include <juce_dsp/juce_dsp.h>
 
 namespace cv::varlo
 {
@@ -18,21 +19,25 @@ constexpr double rate = 44100.0;
 constexpr int oneSecond = 44100;
 constexpr float lowestQ = 0.1f;
 
-juce::dsp::ProcessSpec specAt (double sampleRate)
-{
-    return { sampleRate, 512, 2 };
-}
-
 void prepareAt (WetLowpass& lowpass, float cutoffHz, float q, double sampleRate = rate)
 {
     lowpass.setCutoff (cutoffHz);
     lowpass.setResonance (q);
-    lowpass.prepare (specAt (sampleRate));
+    lowpass.prepare (sampleRate);
+}
+
+WetLowpass::Coefficients nextCoefficients (WetLowpass& lowpass, int numChannels)
+{
+    WetLowpass::Coefficients coefficients;
+    lowpass.fillCoefficients (&coefficients, 1, numChannels);
+    return coefficients;
 }
 
 std::vector<float> run (WetLowpass& lowpass, std::vector<float> signal)
 {
-    lowpass.process (signal.data(), (int) signal.size());
+    for (auto& sample : signal)
+        sample = lowpass.memory.process (Frame (sample), nextCoefficients (lowpass, 2)).right();
+
     return signal;
 }
 
@@ -64,7 +69,7 @@ TEST (WetLowpass, CutoffIsKeptOneHertzUnderHalfTheRate)
     EXPECT_FLOAT_EQ (lowpass.getTargetCutoff(), 15999.0f);
 
     // The request itself is remembered: at a higher rate it takes effect in full.
-    lowpass.prepare (specAt (48000.0));
+    lowpass.prepare (48000.0);
     EXPECT_FLOAT_EQ (lowpass.getTargetCutoff(), 20000.0f);
 
     lowpass.setCutoff (23999.5f);
@@ -76,7 +81,7 @@ TEST (WetLowpass, BeforePrepareTheCutoffIsOnlyNoted)
     WetLowpass lowpass;
     lowpass.setCutoff (5000.0f);
     EXPECT_FLOAT_EQ (lowpass.getTargetCutoff(), 0.0f);
-    lowpass.prepare (specAt (rate));
+    lowpass.prepare (rate);
     EXPECT_FLOAT_EQ (lowpass.getTargetCutoff(), 5000.0f);
 }
 
@@ -141,7 +146,7 @@ TEST (WetLowpass, PrepareAtTheSameRateKeepsMemoryAndRamps)
         run (*lowpass, noise (100, 4));
     }
 
-    prepared.prepare (specAt (rate));
+    prepared.prepare (rate);
 
     const auto signal = noise (1000, 5);
     EXPECT_EQ (firstDifference (run (prepared, signal), run (untouched, signal)), -1);
@@ -158,11 +163,89 @@ TEST (WetLowpass, PrepareAtANewRateAndClearEmptyTheMemory)
     WetLowpass prepared;
     prepareAt (prepared, 5000.0f, 5.0f);
     run (prepared, noise (1000, 7));
-    prepared.prepare (specAt (96000.0));
+    prepared.prepare (96000.0);
     EXPECT_EQ (firstDifference (run (prepared, signal), expected), -1);
 
     prepared.clear();
     EXPECT_EQ (firstDifference (run (prepared, signal), expected), -1);
+}
+
+TEST (WetLowpass, GivesWhatJucesFilterGives)
+{
+    juce::Random random (8);
+
+    for (const auto sampleRate : { 8000.0, 22050.0, 32000.0, 44100.0, 48000.0, 96000.0, 192000.0 })
+    {
+        WetLowpass lowpass;
+        prepareAt (lowpass, 5000.0f, lowestQ, sampleRate);
+
+        juce::dsp::StateVariableTPTFilter<float> filter;
+        filter.setType (juce::dsp::StateVariableTPTFilterType::lowpass);
+        filter.prepare ({ sampleRate, 512, 2 });
+        const auto highest = (float) sampleRate * 0.5f - 1.0f;
+        juce::SmoothedValue<float> cutoff (juce::jmin (5000.0f, highest));
+        juce::SmoothedValue<float> q (lowestQ);
+        cutoff.reset (sampleRate, WetLowpass::rampSeconds);
+        q.reset (sampleRate, WetLowpass::rampSeconds);
+
+        for (int i = 0; i < 100000; ++i)
+        {
+            if (random.nextInt (1500) == 0)
+            {
+                const auto hz = 20.0f * std::pow (1000.0f, random.nextFloat());
+                lowpass.setCutoff (hz);
+                cutoff.setTargetValue (juce::jmin (highest, hz));
+            }
+
+            if (random.nextInt (1500) == 0)
+            {
+                const auto newQ = 0.1f + 20.0f * std::pow (random.nextFloat(), 3.0f);
+                lowpass.setResonance (newQ);
+                q.setTargetValue (newQ);
+            }
+
+            filter.setCutoffFrequency (cutoff.getNextValue());
+            filter.setResonance (q.getNextValue());
+
+            const Frame input (2.0f * random.nextFloat() - 1.0f, 2.0f * random.nextFloat() - 1.0f);
+            const auto output = lowpass.memory.process (input, nextCoefficients (lowpass, 2));
+            ASSERT_EQ (output.left(), filter.processSample (0, input.left())) << sampleRate << ", sample " << i;
+            ASSERT_EQ (output.right(), filter.processSample (1, input.right())) << sampleRate << ", sample " << i;
+        }
+    }
+}
+
+TEST (WetLowpass, SecondChannelsRampWaitsWhileOnlyTheFirstRuns)
+{
+    WetLowpass lowpass;
+    prepareAt (lowpass, 500.0f, lowestQ);
+    lowpass.setCutoff (8000.0f);
+
+    for (int i = 0; i < 441; ++i)
+        nextCoefficients (lowpass, 1);
+
+    EXPECT_FALSE (lowpass.isMoving (1));
+    EXPECT_TRUE (lowpass.isMoving (2));
+    const auto waited = run (lowpass, noise (1000, 9));
+
+    WetLowpass never;
+    prepareAt (never, 500.0f, lowestQ);
+    never.setCutoff (8000.0f);
+    EXPECT_EQ (firstDifference (waited, run (never, noise (1000, 9))), -1);
+}
+
+TEST (WetLowpass, PrepareAtTheSameRateEmptiesOnlyMemoriesThatAreNotFinite)
+{
+    constexpr auto nan = std::numeric_limits<float>::quiet_NaN();
+    WetLowpass lowpass;
+    prepareAt (lowpass, 5000.0f, lowestQ);
+    lowpass.memory = { Frame (0.25f, nan), Frame (std::numeric_limits<float>::infinity(), 0.5f) };
+
+    lowpass.prepare (rate);
+    EXPECT_EQ (lowpass.memory.s1.left(), 0.25f);
+    EXPECT_EQ (lowpass.memory.s1.right(), 0.0f);
+    EXPECT_EQ (lowpass.memory.s2.left(), 0.0f);
+    EXPECT_EQ (lowpass.memory.s2.right(), 0.5f);
 }
 } // namespace
 } // namespace cv::varlo

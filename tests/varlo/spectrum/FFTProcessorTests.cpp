@@ -18,6 +18,13 @@ using cv::test::runMessageLoopUntil;
 using cv::test::sine;
 using testing::ElementsAre;
 
+void pushMono (FFTProcessor& processor, const float* samples, int numSamples)
+{
+    juce::AudioBuffer<float> buffer (1, numSamples);
+    buffer.copyFrom (0, 0, samples, numSamples);
+    processor.pushAudio (buffer);
+}
+
 constexpr int hopSamples = 512;
 constexpr int numBins = FFTProcessor::numBins;
 constexpr int timeoutMilliseconds = 20000;
@@ -45,7 +52,7 @@ void pushCalmly (FFTProcessor& processor, const std::vector<float>& signal)
     for (size_t start = 0; start < signal.size(); start += hopSamples)
     {
         const auto count = juce::jmin (signal.size() - start, (size_t) hopSamples);
-        processor.pushAudio (signal.data() + start, (int) count);
+        pushMono (processor, signal.data() + start, (int) count);
         ASSERT_TRUE (waitUntil ([&] { return processor.audioFifo.getNumReady() < hopSamples; }));
     }
 }
@@ -127,13 +134,13 @@ TEST (FFTProcessor, BlocksOfFewerSamplesWaitUntilThereAre512)
     const auto signal = noise (512, 3);
 
     for (int i = 0; i < 511; ++i)
-        processor.pushAudio (signal.data() + i, 1);
+        pushMono (processor, signal.data() + i, 1);
 
     juce::Thread::sleep (20);
     EXPECT_EQ (processor.audioFifo.getNumReady(), 511);
     EXPECT_EQ (processor.spectrumFifo.getNumReady(), 0);
 
-    processor.pushAudio (signal.data() + 511, 1);
+    pushMono (processor, signal.data() + 511, 1);
     EXPECT_TRUE (waitUntil ([&] { return processor.spectrumFifo.getNumReady() == numBins; }));
     EXPECT_EQ (processor.audioFifo.getNumReady(), 0);
 }
@@ -143,7 +150,7 @@ TEST (FFTProcessor, MoreThanTheQueueHoldsLeavesTheNewestSamples)
     FFTProcessor processor;
     processor.stopThread (timeoutMilliseconds);
     const auto signal = noise (20000, 4);
-    processor.pushAudio (signal.data(), 20000);
+    pushMono (processor, signal.data(), 20000);
 
     std::vector<float> waiting (16383);
     ASSERT_EQ (processor.audioFifo.getNumReady(), 16383);
@@ -189,7 +196,7 @@ TEST (FFTProcessor, FramesAreWholeAgainAfterAReaderWasOverrun)
         [&]
         {
             for (int i = 0; i < 500; ++i)
-                processor.pushAudio (signal.data(), (int) signal.size());
+                pushMono (processor, signal.data(), (int) signal.size());
 
             pushing = false;
         });
@@ -313,7 +320,7 @@ TEST (FFTProcessor, EndsWithinItsTimeWhateverItIsAt)
     {
         auto processor = std::make_unique<FFTProcessor>();
         juce::Thread::sleep (20); // time to start waiting
-        processor->pushAudio (audio.data(), numWaiting);
+        pushMono (*processor, audio.data(), numWaiting);
 
         const auto start = juce::Time::getMillisecondCounterHiRes();
         processor.reset();

@@ -1,6 +1,7 @@
 #include "state/StateChunk.h"
 
 #include "state/Utf8.h"
+#include "state/XmlGuard.h"
 #include "state/XmlText.h"
 
 namespace cv::pluginCore
@@ -24,7 +25,7 @@ std::unique_ptr<juce::XmlElement> parseStateChunk (const void* data, int sizeInB
     const auto storedLength = (int) juce::ByteOrder::littleEndianInt (bytes + 4);
     const auto length = juce::jmin (sizeInBytes - headerBytes, storedLength);
 
-    if (length < 1 || ! isWellFormedUtf8 (bytes + headerBytes, (size_t) length))
+    if (length < 1 || length > xmlLimits::maxTextBytes || ! isWellFormedUtf8 (bytes + headerBytes, (size_t) length))
         return {};
 
     return parseXmlText (juce::String::fromUTF8 (bytes + headerBytes, length));

@@ -1,6 +1,6 @@
 #include "state/TreeMerge.h"
 
-#include <algorithm>
+#include <unordered_map>
 #include <vector>
 
 namespace cv::pluginCore
@@ -16,32 +16,41 @@ struct ChildrenOfType
     Trees children;
 };
 
-std::vector<ChildrenOfType> groupByType (const juce::ValueTree& tree)
+/** The children of a tree by type, the types in the order of their first children. */
+class ChildGroups
 {
-    std::vector<ChildrenOfType> groups;
-
-    for (const auto& child : tree)
+public:
+    explicit ChildGroups (const juce::ValueTree& tree)
     {
-        const auto hasSameType = [&] (const auto& group) { return child.hasType (group.type); };
-        auto group = std::find_if (groups.begin(), groups.end(), hasSameType);
+        for (const auto& child : tree)
+        {
+            const auto [index, isNew] = indices.try_emplace (keyOf (child.getType()), groups.size());
 
-        if (group == groups.end())
-            group = groups.insert (group, { child.getType(), {} });
+            if (isNew)
+                groups.push_back ({ child.getType(), {} });
 
-        group->children.push_back (child);
+            groups[index->second].children.push_back (child);
+        }
     }
 
-    return groups;
-}
+    const Trees& operator[] (const juce::Identifier& type) const
+    {
+        static const Trees none;
+        const auto index = indices.find (keyOf (type));
+        return index != indices.end() ? groups[index->second].children : none;
+    }
 
-Trees findChildren (const std::vector<ChildrenOfType>& groups, const juce::Identifier& type)
-{
-    for (const auto& group : groups)
-        if (group.type == type)
-            return group.children;
+    auto begin() const { return groups.begin(); }
 
-    return {};
-}
+    auto end() const { return groups.end(); }
+
+    /** Equal names share their text. */
+    static const void* keyOf (const juce::Identifier& type) { return type.getCharPointer().getAddress(); }
+
+private:
+    std::vector<ChildrenOfType> groups;
+    std::unordered_map<const void*, size_t> indices;
+};
 
 void mergeProperties (const juce::ValueTree& source, juce::ValueTree& destination)
 {
@@ -56,10 +65,23 @@ void mergeProperties (const juce::ValueTree& source, juce::ValueTree& destinatio
     }
 }
 
-void removeSurplus (const Trees& children, size_t numToKeep, juce::ValueTree& parent)
+/** From the last child to the first, so that each is found at once. */
+void removeSurplus (const ChildGroups& source, const ChildGroups& present, juce::ValueTree& destination)
 {
-    for (auto i = children.size(); i > numToKeep; --i)
-        parent.removeChild (children[i - 1], nullptr);
+    std::unordered_map<const void*, size_t> numLeft;
+
+    for (auto i = destination.getNumChildren(); --i >= 0;)
+    {
+        const auto type = destination.getChild (i).getType();
+        const auto key = ChildGroups::keyOf (type);
+        auto& count = numLeft.try_emplace (key, present[type].size()).first->second;
+
+        if (count > source[type].size())
+        {
+            destination.removeChild (i, nullptr);
+            --count;
+        }
+    }
 }
 } // namespace
 
@@ -70,15 +92,13 @@ void mergeTree (const juce::ValueTree& source, juce::ValueTree destination)
 
     mergeProperties (source, destination);
 
-    const auto sourceGroups = groupByType (source);
-    const auto destinationGroups = groupByType (destination);
-
-    for (const auto& [type, children] : destinationGroups)
-        removeSurplus (children, findChildren (sourceGroups, type).size(), destination);
+    const ChildGroups sourceGroups (source);
+    const ChildGroups destinationGroups (destination);
+    removeSurplus (sourceGroups, destinationGroups, destination);
 
     for (const auto& [type, children] : sourceGroups)
     {
-        const auto counterparts = findChildren (destinationGroups, type);
+        const auto& counterparts = destinationGroups[type];
 
         for (size_t i = 0; i < children.size(); ++i)
         {

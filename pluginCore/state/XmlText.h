@@ -6,14 +6,15 @@ namespace cv::pluginCore
 {
 /** Parses XML that may come from anywhere: a preset of a stranger's, a damaged project.
 
-    juce::XmlDocument does the work, on texts that can't harm it: it recurses once per level and expands
-    the entities that a document declares. So a text nested deeper than 200 elements is refused, and so
-    is a document type; neither is ever written by a plug-in. Malformed names, attributes and references
-    to characters that don't exist are refused as well. Null where no element results. Any thread but the audio thread.
+    juce::XmlDocument does the work, on texts that can't harm it; findReadableXml() says which those are. What
+    JUCE writes is always among them, whatever characters it holds. Null where no element results. Any thread
+    but the audio thread.
 */
 std::unique_ptr<juce::XmlElement> parseXmlText (const juce::String&);
 
-/** The same for a file in UTF-8 or, with a byte-order mark, UTF-16. Null where it can't be read. */
+/** The same for a file in UTF-8 or, with a byte-order mark, UTF-16. Null where it can't be read or has more than
+    8 MiB.
+*/
 std::unique_ptr<juce::XmlElement> parseXmlFile (const juce::File&);
 
 /** Writes an element as JUCE does, wrapped at 60 characters; false if that fails, and what the file held is

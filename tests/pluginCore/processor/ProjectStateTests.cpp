@@ -113,6 +113,63 @@ TEST_F (ProjectStateTest, FindsThePresetInAnotherUsersFolders)
     EXPECT_FALSE (another.getPresetsManager().isDirty());
 }
 
+/** A file name of up to 255 bytes from all that a string can hold, halves of surrogate pairs included. */
+std::string makeFileName (juce::Random& random, const juce::String& extension)
+{
+    static constexpr juce::juce_wchar ends[] {
+        0x20, 0x80, 0xa0, 0x250, 0x800, 0x3000, 0xd800, 0xe000, 0x10000, 0x110000
+    };
+    constexpr auto maxBytes = 255;
+    std::string name;
+
+    for (auto i = random.nextInt (40) + 1; --i >= 0;)
+    {
+        const auto end = ends[(size_t) random.nextInt ((int) std::size (ends))];
+        const auto character = (juce::juce_wchar) (end - 1 - random.nextInt (juce::jmin ((int) end - 1, 0x7ff)));
+        const auto bytes = juce::String::charToString (character).toStdString();
+
+        if (character != '/' && name.size() + bytes.size() + extension.getNumBytesAsUTF8() <= maxBytes)
+            name += bytes;
+    }
+
+    return name + extension.toStdString();
+}
+
+TEST_F (ProjectStateTest, RemembersPresetsOfAnyName)
+{
+    juce::Random random (5);
+
+    for (auto i = 0; i < 2000; ++i)
+    {
+        const auto name = makeFileName (random, ".test");
+        const auto folder = i % 2 == 0 ? locations().userFolder : locations().designerFolder.getChildFile ("d");
+        const juce::File file (folder.getFullPathName() + "/" + juce::String (juce::CharPointer_UTF8 (name.c_str())));
+        product.getPresetsManager().setCurrentPresetFile (file);
+        const auto chunk = saveProject (product);
+
+        TestProduct reopened (locations());
+        reopened.initialise();
+        reopened.set ("level", 7.0f);
+        openProject (reopened, chunk);
+
+        ASSERT_FLOAT_EQ (reopened.get ("level"), 50.0f) << name;
+        ASSERT_EQ (reopened.getPresetsManager().getCurrentPresetFile(), file) << name;
+        ASSERT_EQ (saveProject (reopened), chunk) << name;
+    }
+}
+
+TEST_F (ProjectStateTest, RemembersAPresetNamedInSurrogates)
+{
+    const juce::String name (juce::CharPointer_UTF8 ("Gitarre \xED\xA0\xBC\xED\xBE\xB8.test"));
+    const auto file = makeCurrent (locations().userFolder.getChildFile (name));
+    EXPECT_TRUE (file.existsAsFile());
+    EXPECT_EQ (lastPresetXml(), "<lastPreset root=\"USER\" path=\"Gitarre &#55356;&#57272;.test\" dirty=\"0\"/>");
+
+    TestProduct reopened (locations());
+    openProject (reopened, saveProject (product));
+    EXPECT_EQ (reopened.getPresetsManager().getCurrentPresetFile(), file);
+}
+
 TEST_F (ProjectStateTest, PresetsNameMayBeginWithATilde)
 {
     for (const auto& name : { juce::String ("~a.test"), "~" + juce::String::repeatedString ("z", 300) })
@@ -246,7 +303,7 @@ TEST_F (ProjectStateTest, WhatDoesNotParseChangesNothing)
     log.takeEvents();
 
     auto cut = before;
-    cut.setSize (before.getSize() - 10);
+    cut.setSize (before.getSize() - 30);
     openProject (product, cut);
     product.setStateInformation ("VC2!\0\0\0\0", 9);
     product.setStateInformation (nullptr, 0);

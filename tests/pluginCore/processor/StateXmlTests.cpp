@@ -230,6 +230,17 @@ TEST_F (StateXmlTest, UnknownThingsAreIgnored)
     EXPECT_FALSE (presetXml().contains ("extra"));
 }
 
+TEST_F (StateXmlTest, UnknownThingsAmongTheParametersAreKeptUntilTheNextLoad)
+{
+    restore ("<TestProduct><PARAMS a='1'><PARAM id='other' value='2' b='3'/><c><d/></c></PARAMS></TestProduct>");
+
+    EXPECT_TRUE (presetXml().contains ("<PARAMS a=\"1\"><PARAM id=\"other\" value=\"2\" b=\"3\"/><c><d/></c>"))
+        << presetXml();
+
+    restore ("<TestProduct><PARAMS/></TestProduct>");
+    EXPECT_FALSE (presetXml().contains ("other"));
+}
+
 TEST_F (StateXmlTest, ValuesStayWithinTheirRange)
 {
     const auto levelFrom = [this] (const juce::String& value)

@@ -71,6 +71,17 @@ TEST (StateChunk, RefusesWhatIsTooSmallOrForeign)
     EXPECT_EQ (elementIn (makeChunk (4, "junk")), "");
 }
 
+TEST (StateChunk, RefusesTextOfMoreThanEightMegabytes)
+{
+    const auto textOf = [] (size_t numBytes) { return "<a>" + std::string (numBytes - 7, ' ') + "</a>"; };
+    const auto limit = size_t (8) * 1024 * 1024;
+
+    EXPECT_EQ (elementIn (makeChunk (0x7fffffff, textOf (limit))), "a");
+    EXPECT_EQ (elementIn (makeChunk (0x7fffffff, textOf (limit + 1))), "");
+    EXPECT_EQ (elementIn (makeChunk ((juce::uint32) limit + 1, textOf (limit + 1))), "");
+    EXPECT_EQ (elementIn (makeChunk ((juce::uint32) limit, textOf (limit) + " behind the text")), "a");
+}
+
 TEST (StateChunk, RefusesTextThatIsNotUtf8)
 {
     EXPECT_EQ (elementIn (makeChunk (100, "<a b='\xe9'/>")), "");

@@ -2,6 +2,7 @@
 
 #include "state/TreeXml.h"
 #include "state/XmlText.h"
+#include "support/GrowthOfWork.h"
 
 #include <gmock/gmock.h>
 
@@ -105,6 +106,31 @@ TEST (TreeMerge, InvalidDestinationStaysSo)
     juce::ValueTree destination;
     mergeTree (treeFrom ("<t a='1'><X/></t>"), destination);
     EXPECT_FALSE (destination.isValid());
+}
+
+/** A tree with so many children, all of one type or each of its own. */
+juce::ValueTree makeTree (int numChildren, bool sameType)
+{
+    juce::ValueTree tree ("t");
+
+    for (auto i = 0; i < numChildren; ++i)
+        tree.appendChild (juce::ValueTree (sameType ? juce::String ("x") : "x" + juce::String (i)), nullptr);
+
+    return tree;
+}
+
+TEST (TreeMerge, WalksThroughChildrenOnce)
+{
+    for (const auto sameType : { true, false })
+    {
+        const auto make = [&] (int numChildren) { return makeTree (numChildren, sameType); };
+
+        const auto fill = [] (auto& tree) { mergeTree (tree, juce::ValueTree ("t")); };
+        EXPECT_LT (cv::test::measureGrowth (500, 16, make, fill), 80.0) << sameType;
+
+        const auto empty = [] (auto& tree) { mergeTree (juce::ValueTree ("t"), tree); };
+        EXPECT_LT (cv::test::measureGrowth (500, 16, make, empty), 80.0) << sameType;
+    }
 }
 } // namespace
 } // namespace cv::pluginCore

@@ -1,6 +1,7 @@
 #include "state/TreeXml.h"
 
 #include "state/XmlText.h"
+#include "support/GrowthOfWork.h"
 
 #include <gmock/gmock.h>
 
@@ -48,6 +49,24 @@ TEST (TreeXml, LeavesOutBinaryPropertiesOfAnImpossibleSize)
 
     EXPECT_EQ (tree.getNumProperties(), 0);
     EXPECT_EQ (tree.getChild (0).getNumProperties(), 0);
+}
+
+TEST (TreeXml, KeepsTheOrderOfElementsBetweenTexts)
+{
+    const auto tree = treeFrom ("<Data>one<x/>two<y/><z/>three<x/></Data>");
+
+    ASSERT_EQ (tree.getNumChildren(), 4);
+    EXPECT_TRUE (tree.getChild (0).hasType ("x"));
+    EXPECT_TRUE (tree.getChild (1).hasType ("y"));
+    EXPECT_TRUE (tree.getChild (2).hasType ("z"));
+}
+
+TEST (TreeXml, WalksThroughTextsOnce)
+{
+    const auto makeXml = [] (int numTexts)
+    { return parseXmlText ("<Data>" + juce::String::repeatedString ("<x/>text", numTexts) + "</Data>"); };
+
+    EXPECT_LT (cv::test::measureGrowth (2000, 16, makeXml, [] (const auto& xml) { treeFromXml (*xml); }), 80.0);
 }
 } // namespace
 } // namespace cv::pluginCore

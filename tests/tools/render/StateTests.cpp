@@ -149,6 +149,7 @@ TEST_F (StateTest, BadPresetsAreNamed)
     expectPresetError ("Delay=250", "not a preset: ");
     expectPresetError (handWrittenPreset.dropLastCharacters (10), "not a preset: ");
     expectPresetError (juce::String::repeatedString ("<a>", 1000000), "not a preset: ");
+    expectPresetError ("<Varlo><?a?>b</Varlo>", "not a preset: ");
 
     preset.replaceWithText (handWrittenPreset.replace ("Varlo", "Other"));
     expectRenderError ({ "--preset", preset.getFullPathName() }, " is not for Varlo but for Other");

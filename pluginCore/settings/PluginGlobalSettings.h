@@ -20,9 +20,11 @@ inline const juce::Identifier lastChangeLogTime { "lastChangeLogTime" };
 /** A handle on the values that belong to the user's machine, not to a project or a preset. All instances
     in the process share them, at once and without touching a file.
 
-    The settings file is read when the first handle comes and written when the last one goes; in between a
-    change is in memory only. Between processes the last to write wins, whole file for whole file.
-    A file that can't be read gives no values, one that can't be written is lost; both silently.
+    The settings file is read when the first handle comes and, if the values are others then or there is no
+    file, written when the last one goes; in between a change is in memory only. Between processes the last to
+    write wins, whole file for whole file. A file that can't be read, or that JUCE's reader is not to be given
+    (see parseXmlText()), gives no values and stays until other values replace it; what can't be written is
+    lost; all of it silently.
 
     Threads: handles come and go on any thread; the values are the message thread's.
 */
@@ -35,12 +37,19 @@ public:
         explicit InnerData (const ProductInfo&);
         ~InnerData();
 
+        /** Without a place on disk where the file there is not to be read. */
         juce::PropertiesFile file;
 
         /** The values, as text: getProperty (key, default) reads, setProperty (key, value, nullptr)
             writes.
         */
         juce::ValueTree settingsValues { settingsKeys::settings };
+
+    private:
+        InnerData (const juce::PropertiesFile::Options&);
+
+        const juce::PropertiesFile::Options options;
+        juce::ValueTree valuesOnDisk;
 
         JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (InnerData)
     };

@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
+
 namespace cv::pluginCore
 {
 namespace
@@ -123,6 +125,92 @@ TEST_F (PluginGlobalSettingsTest, StartEmptyFromABrokenFile)
         EXPECT_TRUE (settings.getValues().hasType ("settings")) << text;
         EXPECT_EQ (settings.getValues().getNumProperties(), 0) << text;
     }
+}
+
+TEST_F (PluginGlobalSettingsTest, StartEmptyFromAFileThatWouldHarmTheReader)
+{
+    std::string nested;
+
+    for (auto i = 0; i < 200000; ++i)
+        nested += "<a>";
+
+    const auto value = [] (const std::string& text) { return "<PROPERTIES><VALUE name='settings' a='" + text; };
+    const auto comment = "<!--" + std::string (8192 - 4 - 1, 'x') + "\xe2\x82\xac--><PROPERTIES/>";
+
+    for (const auto& text :
+         { std::string ("<PROPERTIES><?a?>b</PROPERTIES>"), "<PROPERTIES>" + nested, nested, value ("\xe9"),
+           value ("1'/></PROPERTIES>\xe9"), value ("&#x"), comment, std::string ("CPRP\x1f\x8b\x08\x00", 8),
+           std::string ("PROP\x01\x00\x00\x00"
+                        "a\x00"
+                        "b\x00",
+                        12),
+           "<PROPERTIES>" + std::string (8 * 1024 * 1024, ' ') + "</PROPERTIES>" })
+    {
+        file().create();
+        file().replaceWithData (text.data(), text.size());
+
+        {
+            const PluginGlobalSettings settings (product);
+            EXPECT_EQ (settings.getValues().getNumProperties(), 0) << text.substr (0, 50);
+        }
+
+        EXPECT_EQ (file().getSize(), (juce::int64) text.size());
+        PluginGlobalSettings (product).getValues().setProperty ("defaultWidth", "800", nullptr);
+        EXPECT_EQ (stored(), "<settings defaultWidth=\"800\"/>") << text.substr (0, 50);
+    }
+}
+
+TEST_F (PluginGlobalSettingsTest, OtherValuesThatWouldHarmTheReaderAreNotSaved)
+{
+    write ("<PROPERTIES><VALUE name='x' val='&lt;a&gt;&lt;?b?&gt;c&lt;/a&gt;'/><VALUE name='y' val='1 &lt; 2'/>"
+           "<VALUE name='z' val='kept'/></PROPERTIES>");
+    PluginGlobalSettings (product).getValues().setProperty ("defaultWidth", "800", nullptr);
+
+    const auto text = file().loadFileAsString();
+    EXPECT_FALSE (text.contains ("?b?"));
+    EXPECT_TRUE (text.contains ("kept"));
+    EXPECT_TRUE (text.contains ("defaultWidth=\"800\""));
+}
+
+TEST_F (PluginGlobalSettingsTest, AreNotWaitedForWhereTheFileIsAPipe)
+{
+    file().getParentDirectory().createDirectory();
+    ASSERT_EQ (mkfifo (file().getFullPathName().toRawUTF8(), 0600), 0);
+
+    EXPECT_EQ (PluginGlobalSettings (product).getValues().getNumProperties(), 0);
+    PluginGlobalSettings (product).getValues().setProperty ("defaultWidth", "800", nullptr);
+    EXPECT_EQ (stored(), "<settings defaultWidth=\"800\"/>");
+}
+
+TEST_F (PluginGlobalSettingsTest, AreNotWrittenUnlessTheyChanged)
+{
+    PluginGlobalSettings (product).getValues().setProperty ("defaultWidth", "800", nullptr);
+    const juce::String others =
+        "<PROPERTIES><VALUE name='settings'><settings defaultWidth='900'/></VALUE></PROPERTIES>";
+
+    {
+        const PluginGlobalSettings idle (product);
+        write (others);
+    }
+
+    EXPECT_EQ (file().loadFileAsString(), others);
+
+    {
+        const PluginGlobalSettings settings (product);
+        settings.getValues().setProperty ("defaultWidth", "800", nullptr);
+        settings.getValues().setProperty ("defaultWidth", "900", nullptr);
+    }
+
+    EXPECT_EQ (file().loadFileAsString(), others);
+}
+
+TEST_F (PluginGlobalSettingsTest, AreWrittenEmptyWhereThereIsNoFileYet)
+{
+    {
+        const PluginGlobalSettings settings (product);
+    }
+
+    EXPECT_EQ (stored(), "<settings/>");
 }
 
 TEST_F (PluginGlobalSettingsTest, TakeTheTreesTypeAsItStands)

@@ -10,9 +10,10 @@ usage() {
 usage: $command_name [--no-install] [PRESET...]
 
 Builds the plug-in, its tools and its tests and runs the tests, once for each of the presets
-release, debug, asan and tsan that is named; for release when none is. tsan, the thread sanitizer,
-builds and runs only what several threads take part in. Installs the Debian or Ubuntu packages that
-this lacks.
+release, debug, asan, tsan and fuzz that is named; for release when none is. tsan, the thread sanitizer,
+builds and runs only what several threads take part in; fuzz builds and runs only the fuzzers, for 20 s
+each, and is skipped where Clang and its libFuzzer are neither there nor to be had. Installs the Debian or
+Ubuntu packages that this lacks.
 
   --no-install   install no packages: list what lacks and stop
   -h, --help     show this text
@@ -26,9 +27,9 @@ for argument in "$@"; do
     case $argument in
         --no-install) install=no ;;
         -h|--help) usage; exit 0 ;;
-        release|debug|asan|tsan) presets+=("$argument") ;;
+        release|debug|asan|tsan|fuzz) presets+=("$argument") ;;
         -*) echo "$command_name: unknown option '$argument' (see --help)" >&2; exit 2 ;;
-        *) echo "$command_name: unknown preset '$argument' (release, debug, asan or tsan)" >&2; exit 2 ;;
+        *) echo "$command_name: unknown preset '$argument' (release, debug, asan, tsan or fuzz)" >&2; exit 2 ;;
     esac
 done
 
@@ -49,8 +50,15 @@ with_display() {
 }
 
 for preset in "${presets[@]}"; do
+    if [ "$preset" = fuzz ] && ! prepare_fuzzing "$install"; then
+        say "SKIPPED: fuzz, because there is no Clang with libFuzzer here"
+        continue
+    fi
+
     say "Building $preset"
-    cmake --preset "$preset" -DVARLO_BUILD_TESTS=ON
+    tests=ON
+    [ "$preset" != fuzz ] || tests=OFF
+    cmake --preset "$preset" -DVARLO_BUILD_TESTS=$tests
     cmake --build --preset "$preset"
 
     say "Testing $preset"

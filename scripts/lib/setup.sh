@@ -19,6 +19,7 @@ build_packages="g++ cmake ninja-build ccache pkg-config
     libx11-dev libxcomposite-dev libxcursor-dev libxext-dev libxinerama-dev libxrandr-dev libxrender-dev
     libpng-dev libjpeg-dev zlib1g-dev libflac-dev libvorbis-dev libogg-dev libsamplerate0-dev"
 test_packages="libgtest-dev libgmock-dev libbenchmark-dev libxtst-dev locales valgrind xvfb xauth"
+fuzz_packages="clang libclang-rt-dev"
 
 build_tools="c++ cmake ninja pkg-config"
 test_tools=
@@ -71,6 +72,17 @@ prepare_machine() {
     # shellcheck disable=SC2086  # a list of words
     $as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get -qq install --yes --no-remove --no-install-recommends $missing </dev/null >/dev/null
+}
+
+# prepare_fuzzing INSTALL
+#
+# Succeeds if the fuzzers can be built here: Clang is there, or could be installed, and brings libFuzzer.
+prepare_fuzzing() {
+    # In a shell of its own: what can't be installed isn't the end.
+    (prepare_machine "$1" "build the fuzzers" "$fuzz_packages" clang++) || return 1
+
+    echo 'extern "C" int LLVMFuzzerTestOneInput (const unsigned char*, unsigned long) { return 0; }' \
+        | clang++ -x c++ -fsanitize=fuzzer,address,undefined -o /dev/null - 2>/dev/null
 }
 
 missing_tools() {

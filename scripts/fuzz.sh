@@ -63,7 +63,7 @@ VARLO_FUZZ_SECONDS=$seconds ctest --preset fuzz --verbose --timeout $((seconds +
 # CTest puts the test's number before each line, and the name beside the number when it starts.
 awk '
     /^ +Start +[0-9]+: Fuzz/ { split ($2, number, ":"); name[number[1]] = $3 }
-    /stat::number_of_executed_units:/ { split ($1, number, ":"); printf "%-24s %s inputs\n", name[number[1]], $3 }
+    /^[0-9]+: stat::number_of_executed_units:/ { split ($1, number, ":"); printf "%-24s %s inputs\n", name[number[1]], $3 }
     /(ERROR|SUMMARY|not as it must be|runtime error|Test unit written)/ { print }
 ' "$log"
 [ "$result" -eq 0 ] || fail "something was found; build/fuzz/fuzz/findings holds the inputs, $log all that was said"

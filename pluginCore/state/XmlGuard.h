@@ -39,7 +39,7 @@ inline constexpr int maxNames = 10000;
 juce::String findReadableXml (const juce::String&);
 
 /** Whether JUCE's reader can also be given the first bytes alone, as it does to find out a file's outermost
-    tag: its start tag must end within them. The same holds for this text.
+    tag: its start tag must end within them. They must be well-formed UTF-8 as well.
 */
 bool hasWholeStartTag (const juce::String& firstBytes);
 } // namespace cv::pluginCore

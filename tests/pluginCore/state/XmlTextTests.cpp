@@ -77,8 +77,8 @@ TEST (XmlText, ForgivesWhatJucesReaderForgives)
 /** Throws pieces of markup together; most of what comes out has something wrong with it. */
 juce::String makeMarkup (juce::Random& random)
 {
-    static const juce::StringArray pieces { "<a",  "<b ", ">", "/>",           "</a>", "</",  " c='",
-                                            "'",   "\"",  "=", "d=",           "<!--", "-->", "<![CDATA[",
+    static const juce::StringArray pieces { "<a",  "<b ", ">", "/>",           "</a>", "</",       " c='",
+                                            "'",   "\"",  "=", "d=",           "<!--", "<!--x-->", "<![CDATA[",
                                             "]]>", "<",   "x", "<!DOCTYPE e>", " ",    "<a>" };
     juce::String markup = "<a";
 

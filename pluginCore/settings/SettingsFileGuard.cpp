@@ -22,7 +22,7 @@ bool isRegularFile (const juce::File& file)
 
 bool isReadable (const char* bytes, size_t numBytes)
 {
-    if (! isWellFormedUtf8 (bytes, numBytes))
+    if (numBytes < minXmlBytes || ! isWellFormedUtf8 (bytes, numBytes))
         return false;
 
     if (numBytes > bytesReadForTag

@@ -25,6 +25,9 @@ inline constexpr int maxAttributesOfElement = 1000;
 inline constexpr int maxNames = 10000;
 } // namespace xmlLimits
 
+/** The shortest whole element, "<a/>". JUCE makes no string of less: it reads behind a lone byte-order mark. */
+inline constexpr size_t minXmlBytes = 4;
+
 /** Walks once through a text the way JUCE's XML reader will, without recursion and in linear time.
 
     Returns the part of it that the reader can be given: from the outermost element's "<" on. Empty where no

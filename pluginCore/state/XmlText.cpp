@@ -18,7 +18,7 @@ std::unique_ptr<juce::XmlElement> parseXmlFile (const juce::File& file)
 {
     juce::MemoryBlock data;
 
-    if (file.getSize() > xmlLimits::maxTextBytes || ! file.loadFileAsData (data))
+    if (file.getSize() > xmlLimits::maxTextBytes || ! file.loadFileAsData (data) || data.getSize() < minXmlBytes)
         return {};
 
     const auto* const bytes = static_cast<const char*> (data.getData());

@@ -205,6 +205,8 @@ TEST (XmlText, ReadsFilesInUtf8AndUtf16)
     EXPECT_EQ (valueOf ("<a b='\xe4'/>"), "nothing");
     EXPECT_EQ (valueOf (""), "nothing");
     EXPECT_EQ (valueOf ("\xff"), "nothing");
+    EXPECT_EQ (valueOf ("\xff\xfe"), "nothing");
+    EXPECT_EQ (valueOf ("\xef\xbb\xbf"), "nothing");
 
     EXPECT_EQ (valueOf (("<a b='1'>" + juce::String::repeatedString (" ", 8 * 1024 * 1024) + "</a>").toStdString()),
                "nothing");

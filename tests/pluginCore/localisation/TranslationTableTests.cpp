@@ -157,6 +157,25 @@ TEST_P (TranslationTableTest, WritesCapitalsWhereTheKeyDoes)
         EXPECT_EQ (startsWithCapital (row.key), startsWithCapital (row.value)) << row.key;
 }
 
+TEST_P (TranslationTableTest, SaysTheSameWithAndWithoutAsterisks)
+{
+    const std::regex asterisks (R"(\*\*)");
+    auto numPairs = 0;
+
+    for (const auto& row : table.rows)
+    {
+        const auto plainKey = std::regex_replace (row.key, asterisks, "");
+
+        if (plainKey == row.key || table.getValue (plainKey) == "(no row)")
+            continue;
+
+        EXPECT_EQ (std::regex_replace (row.value, asterisks, ""), table.getValue (plainKey));
+        ++numPairs;
+    }
+
+    EXPECT_EQ (numPairs, 8);
+}
+
 TEST (TranslationTables, HaveOneRowWithAStrayQuote)
 {
     const std::regex bareQuote ("(^|[^\\\\])\"");
@@ -247,6 +266,41 @@ TEST (TranslationTables, KeepSettledRows)
         EXPECT_EQ (spanish.getValue (row.key), row.spanish);
         EXPECT_EQ (portuguese.getValue (row.key), row.portuguese);
     }
+}
+
+struct ChosenWording
+{
+    const char* language;
+    const char* key;
+    const char* value;
+};
+
+// What musicians say in these languages, where a dictionary has another word too.
+constexpr ChosenWording chosenWordings[] {
+    { "fr", "Recent", "Récents" },
+    { "fr", "recent", "récents" },
+    { "fr", "Wait", "Attendre" },
+    { "fr", "wait", "attendre" },
+    { "fr", "Release", "Release" },
+    { "fr", "Set the filter type to low-pass", "Passer le filtre en mode passe-bas" },
+    { "fr", "Set the filter type to high-pass", "Passer le filtre en mode passe-haut" },
+    { "fr", "Set the filter type to band-pass", "Passer le filtre en mode passe-bande" },
+    { "fr", "Set the filter type to comb", "Passer le filtre en mode peigne" },
+    { "fr", "Set the filter type to ", "Régler le type de filtre sur " },
+    { "fr", "If you need more precision while dragging a knob, press ctrl (win) or cmd (osx)",
+      "Pour plus de précision en tournant un potentiomètre, maintenir la touche ctrl (win) ou cmd (osx) enfoncée" },
+    { "es", "Ratios", "Fracciones" },
+    { "es", "ratios", "fracciones" },
+    { "es", "target", "destino" },
+    { "es", "Release", "Release" },
+    { "pt", "Set the filter type to band-pass", "Definir o filtro como passa-faixa" },
+    { "pt", "Set the filter type to comb", "Definir o filtro como pente" },
+};
+
+TEST (TranslationTables, KeepChosenWordings)
+{
+    for (const auto& wording : chosenWordings)
+        EXPECT_EQ (TranslationTable (wording.language).getValue (wording.key), wording.value);
 }
 } // namespace
 } // namespace cv::pluginCore

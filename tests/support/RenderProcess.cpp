@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <fcntl.h>
 #include <pty.h>
 #include <sys/resource.h>
@@ -85,7 +86,9 @@ RenderProcess::RenderProcess (juce::StringArray arguments, const Options& option
     const auto argumentPointers = toPointers (argumentTexts);
     const auto environmentPointers = toPointers (environmentTexts);
 
-    const auto output = openForWriting (scratch.getFile ("stdout"));
+    const auto output =
+        openForWriting (options.stdoutPath && options.stdoutPath->isNotEmpty() ? juce::File (*options.stdoutPath)
+                                                                               : scratch.getFile ("stdout"));
     auto errors = -1;
 
     if (! options.stderrIsTerminal)
@@ -99,6 +102,12 @@ RenderProcess::RenderProcess (juce::StringArray arguments, const Options& option
     {
         dup2 (output, STDOUT_FILENO);
         dup2 (errors, STDERR_FILENO);
+
+        if (options.stdoutPath && options.stdoutPath->isEmpty())
+            close (STDOUT_FILENO);
+
+        for (const auto ignored : options.ignoredSignals)
+            std::signal (ignored, SIG_IGN);
 
         if (options.maxFileSize)
         {

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <optional>
+#include <vector>
 
 namespace cv::test
 {
@@ -26,6 +27,12 @@ public:
 
         /** Stderr becomes a terminal instead of a file. */
         bool stderrIsTerminal = false;
+
+        /** Where stdout goes, instead of into Result::output; closed if the path is empty. */
+        std::optional<juce::String> stdoutPath;
+
+        /** Signals that the process is started with ignoring, as nohup does with SIGHUP. */
+        std::vector<int> ignoredSignals;
     };
 
     struct Result

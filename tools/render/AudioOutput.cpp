@@ -3,7 +3,6 @@
 #include "RenderError.h"
 
 #include <array>
-#include <filesystem>
 
 namespace cv::render
 {
@@ -49,35 +48,14 @@ private:
     AudioOutput& owner;
 };
 
-void AudioOutput::checkTarget (const juce::File& target)
-{
-    const auto folder = target.getParentDirectory();
-    const auto path = target.getFullPathName();
-
-    if (! folder.exists())
-        throw RenderError ("no such folder: " + folder.getFullPathName());
-
-    if (! folder.isDirectory())
-        throw RenderError ("not a folder: " + folder.getFullPathName());
-
-    if (target.isDirectory())
-        throw RenderError ("is a folder, not a file to write: " + path);
-
-    if (std::error_code error; target.exists() && ! std::filesystem::is_regular_file (path.toStdString(), error))
-        throw RenderError ("not a regular file: " + path);
-
-    if (! folder.hasWriteAccess() || ! target.hasWriteAccess())
-        throw RenderError ("no permission to write " + path);
-}
-
 AudioOutput::AudioOutput (const juce::File& targetFile, int channels, int sampleRate, SampleFormat format)
     : target (targetFile)
     , numChannels (channels)
     , sampleFormat (format)
-    , temporary (target, juce::TemporaryFile::useHiddenFile)
+    , temporary (target)
     , integers ((size_t) channels)
 {
-    checkTarget (target);
+    TemporaryOutput::checkTarget (target);
     file.emplace (temporary.getFile());
 
     if (file->failedToOpen())
@@ -151,9 +129,7 @@ void AudioOutput::commit()
         throwWriteError();
 
     file.reset();
-
-    if (! temporary.overwriteTargetFileWithTemporary())
-        throw RenderError ("can't replace " + target.getFullPathName());
+    temporary.commit();
 }
 
 void AudioOutput::throwWriteError() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CommandLine.h"
+#include "TemporaryOutput.h"
 
 #include <juce_audio_formats/juce_audio_formats.h>
 
@@ -16,13 +17,8 @@ namespace cv::render
 class AudioOutput
 {
 public:
-    /** Throws RenderError when a file can't be put there: no such folder, no permission, a folder of
-        that name. Writes nothing.
-    */
-    static void checkTarget (const juce::File&);
-
-    /** Opens the temporary file. Throws RenderError when that fails, or when a FLAC file can't have the
-        rate, in Hz.
+    /** Opens the temporary file. Throws RenderError when that fails or the target can't be written, or when a
+        FLAC file can't have the rate, in Hz.
     */
     AudioOutput (const juce::File& target, int numChannels, int sampleRate, SampleFormat);
 
@@ -50,7 +46,7 @@ private:
     int numChannels;
     SampleFormat sampleFormat;
 
-    juce::TemporaryFile temporary;
+    TemporaryOutput temporary;
     std::optional<juce::FileOutputStream> file;
     juce::int64 endPosition = 0;
     std::unique_ptr<juce::AudioFormatWriter> writer;

@@ -19,7 +19,16 @@ void handleSignal (int)
 void installSignalHandlers()
 {
     for (const auto signal : { SIGINT, SIGTERM, SIGHUP })
-        std::signal (signal, handleSignal);
+    {
+        struct sigaction inherited
+        {
+        };
+
+        sigaction (signal, nullptr, &inherited);
+
+        if (inherited.sa_handler != SIG_IGN)
+            std::signal (signal, handleSignal);
+    }
 }
 
 void turnWriteSignalsIntoErrors()

@@ -2,8 +2,8 @@
 
 namespace cv::render
 {
-/** From here on SIGINT, SIGTERM and SIGHUP only raise a flag, so that nothing half-written stays behind.
-    Call once.
+/** From here on SIGINT, SIGTERM and SIGHUP only raise a flag, so that nothing half-written stays behind. One that
+    whoever started the program has it ignore, as nohup does, stays ignored. Call once.
 */
 void installSignalHandlers();
 

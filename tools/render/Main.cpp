@@ -1,4 +1,5 @@
 #include "CommandLine.h"
+#include "Crash.h"
 #include "EditorWindow.h"
 #include "Interruption.h"
 #include "ParameterTable.h"
@@ -6,8 +7,11 @@
 #include "PluginState.h"
 #include "RenderError.h"
 #include "Renderer.h"
+#include "StandardStreams.h"
+#include "TemporaryOutput.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 
 namespace cv::render
@@ -95,21 +99,53 @@ juce::Image renderAll (const CommandLine& line, Renderer& renderer, AudioOutput*
     return picture;
 }
 
+/** The same file under another name too: through a link, or another way to its folder. */
+bool areSameFile (const juce::File& a, const juce::File& b)
+{
+    const auto toPath = [] (const juce::File& file)
+    {
+        std::error_code error;
+        const std::filesystem::path path (file.getFullPathName().toStdString());
+        const auto canonical = std::filesystem::weakly_canonical (path, error);
+        return error ? path : canonical;
+    };
+
+    return toPath (a) == toPath (b);
+}
+
+/** Of two outputs in one file only the last would stay. */
+void checkOutputsDiffer (const CommandLine& line)
+{
+    if (! line.stateToSave)
+        return;
+
+    for (const auto& [option, file] :
+         { std::pair ("-o", std::optional (line.output)), std::pair ("--editor-png", line.editorPicture) })
+        if (file && *file != juce::File() && areSameFile (*file, *line.stateToSave))
+            throw UsageError (juce::String (option)
+                              + " and --save-state name the same file: " + file->getFullPathName());
+}
+
+void checkTargets (const CommandLine& line)
+{
+    checkOutputsDiffer (line);
+
+    for (const auto& file : { std::optional (line.output), line.editorPicture, line.stateToSave })
+        if (file && *file != juce::File())
+            TemporaryOutput::checkTarget (*file);
+}
+
 void render (const CommandLine& line)
 {
+    checkTargets (line);
+
     // Opened before the plug-in opens it. It closes after all windows have.
     std::optional<DisplayConnection> display;
 
     if (line.editorPicture)
-    {
-        AudioOutput::checkTarget (*line.editorPicture);
         display.emplace();
-    }
 
     AudioInput input (line.input, line.sampleRate, line.mixToMono);
-
-    if (line.output != juce::File())
-        AudioOutput::checkTarget (line.output);
 
     PluginHost host (line.plugin);
     applySettings (host, line);
@@ -151,6 +187,7 @@ void render (const CommandLine& line)
 
 void saveState (const CommandLine& line)
 {
+    TemporaryOutput::checkTarget (*line.stateToSave);
     const PluginHost host (line.plugin);
     applySettings (host, line);
     PluginState::of (host).write (*line.stateToSave);
@@ -215,13 +252,16 @@ int main (int argc, char** argv)
     using namespace cv::render;
     speakEnglish();
 
+    keepStandardPlaces();
     turnWriteSignalsIntoErrors();
+    installCrashHandlers();
 
     try
     {
         // Hosting needs a message thread, which is this one; without an editor no display is opened.
         const juce::ScopedJuceInitialiser_GUI juceInitialiser;
         run (CommandLine::parse (toStrings (argc - 1, argv + 1)));
+        throwIfOutputWasLost();
         return 0;
     }
     catch (const RenderError& error)

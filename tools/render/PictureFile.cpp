@@ -1,12 +1,13 @@
 #include "PictureFile.h"
 
 #include "RenderError.h"
+#include "TemporaryOutput.h"
 
 namespace cv::render
 {
 void writePicture (const juce::Image& picture, const juce::File& target)
 {
-    const juce::TemporaryFile temporary (target, juce::TemporaryFile::useHiddenFile);
+    TemporaryOutput temporary (target);
     auto isWritten = false;
 
     {
@@ -17,7 +18,9 @@ void writePicture (const juce::Image& picture, const juce::File& target)
         isWritten = isWritten && stream.getStatus().wasOk();
     }
 
-    if (! isWritten || ! temporary.overwriteTargetFileWithTemporary())
+    if (! isWritten)
         throw RenderError ("can't be written: " + target.getFullPathName());
+
+    temporary.commit();
 }
 } // namespace cv::render

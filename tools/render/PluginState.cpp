@@ -1,6 +1,7 @@
 #include "PluginState.h"
 
 #include "RenderError.h"
+#include "TemporaryOutput.h"
 
 #include "state/StateChunk.h"
 #include "state/XmlText.h"
@@ -110,7 +111,7 @@ void PluginState::applyTo (const PluginHost& host) const
 
 void PluginState::write (const juce::File& file) const
 {
-    const juce::TemporaryFile temporary (file);
+    TemporaryOutput temporary (file);
     {
         juce::FileOutputStream stream (temporary.getFile());
         stream << chunk;
@@ -118,7 +119,9 @@ void PluginState::write (const juce::File& file) const
 
     const auto isComplete = temporary.getFile().getSize() == (juce::int64) chunk.getSize();
 
-    if (! isComplete || ! temporary.overwriteTargetFileWithTemporary())
+    if (! isComplete)
         throw RenderError ("can't write " + file.getFullPathName());
+
+    temporary.commit();
 }
 } // namespace cv::render

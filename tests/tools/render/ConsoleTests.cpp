@@ -111,6 +111,40 @@ TEST_F (Console, LeavesInTheHomeWhatThePluginKeepsThere)
                "Corvane Corvane/Varlo Corvane/Varlo/Varlo.settings");
 }
 
+TEST_F (Console, AFullStdoutIsAnError)
+{
+    RenderProcess::Options options;
+    options.stdoutPath = "/dev/full";
+    const auto lost = "varlo-render: can't write to the standard output\n";
+
+    for (const auto& arguments :
+         { juce::StringArray { "--list" }, juce::StringArray { "--help" }, juce::StringArray { "--version" } })
+    {
+        const auto result = RenderProcess::run (arguments, options);
+        EXPECT_EQ (result.exitCode, 1) << arguments[0];
+        EXPECT_EQ (result.errors, lost);
+    }
+
+    juce::StringArray arguments { input.getFullPathName(), "-o", output.getFullPathName() };
+    EXPECT_EQ (RenderProcess::run (arguments, options).exitCode, 1);
+    EXPECT_EQ (AudioFile::read (output).samples.getNumChannels(), 2);
+
+    arguments.add ("--quiet");
+    RenderProcess::runWell (arguments, options);
+}
+
+TEST_F (Console, AClosedStdoutEndsUpInNoFile)
+{
+    RenderProcess::Options options;
+    options.stdoutPath = juce::String();
+    const auto expected = renderWell ({});
+
+    const auto result = RenderProcess::run ({ input.getFullPathName(), "-o", output.getFullPathName() }, options);
+    EXPECT_EQ (result.exitCode, 1);
+    EXPECT_EQ (result.errors, "varlo-render: can't write to the standard output\n");
+    EXPECT_TRUE (cv::test::areIdentical (AudioFile::read (output).samples, expected.samples));
+}
+
 TEST_F (Console, FindsTheBundleInTheHome)
 {
     const ScratchFolder home;

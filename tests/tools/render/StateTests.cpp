@@ -173,8 +173,8 @@ TEST_F (StateTest, BadStatesAreNamed)
 
 TEST_F (StateTest, StateThatCannotBeWrittenIsAnError)
 {
-    expectError ({ "--save-state", scratch.getFile ("no/such/folder").getFullPathName() }, "can't write ");
-    expectError ({ "--save-state", scratch.getFolder().getFullPathName() }, "can't write ");
+    expectError ({ "--save-state", scratch.getFile ("no/such/folder").getFullPathName() }, "no such folder: ");
+    expectError ({ "--save-state", scratch.getFolder().getFullPathName() }, "is a folder");
 
     state.replaceWithText ("old");
     RenderProcess::Options options;

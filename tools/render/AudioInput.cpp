@@ -87,6 +87,9 @@ void AudioInput::openReader (const juce::File& file)
     if (stream->getStatus().failed())
         throw RenderError ("can't read " + path + ": " + stream->getStatus().getErrorMessage());
 
+    stream->correct (findWavSizeCorrections (*stream));
+    stream->setPosition (0);
+
     juce::AudioFormatManager formats;
     formats.registerFormat (new juce::WavAudioFormat(), true);
     formats.registerFormat (new juce::AiffAudioFormat(), false);

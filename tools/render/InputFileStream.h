@@ -1,6 +1,6 @@
 #pragma once
 
-#include <juce_core/juce_core.h>
+#include "WavSizes.h"
 
 namespace cv::render
 {
@@ -13,6 +13,9 @@ public:
     explicit InputFileStream (const juce::File& source) : file (source) {}
 
     juce::Result getStatus() const { return file.getStatus(); }
+
+    /** From here on its reader finds these sizes where the file says something else. */
+    void correct (std::vector<SizeCorrection> sizes);
 
     /** From here on only what is asked for afterwards counts. */
     void startWatching() noexcept;
@@ -36,6 +39,7 @@ public:
 
 private:
     juce::FileInputStream file;
+    std::vector<SizeCorrection> corrections;
     bool shortRead = false;
     bool askedBehindEnd = false;
 

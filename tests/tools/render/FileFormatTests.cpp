@@ -1,5 +1,7 @@
 #include "tools/render/RenderTestSupport.h"
 
+#include <unistd.h>
+
 namespace cv::render
 {
 namespace
@@ -95,6 +97,87 @@ TEST_F (FileFormat, WritesWavAndFlacByExtension)
         EXPECT_EQ (result.sampleRate, sampleRate);
         EXPECT_TRUE (areIdentical (result.samples, samples)) << name;
     }
+}
+
+/** Puts four bytes, the lowest first, into a file. */
+void overwrite (const juce::File& file, int position, juce::uint32 value)
+{
+    juce::MemoryBlock data;
+    ASSERT_TRUE (file.loadFileAsData (data));
+    for (auto i = 0; i < 4; ++i)
+        data[position + i] = (char) (value >> (8 * i));
+
+    ASSERT_TRUE (file.replaceWithData (data.getData(), data.getSize()));
+}
+
+/** Where the size of a WAV file's samples stands. */
+int findDataSize (const juce::File& file)
+{
+    juce::MemoryBlock data;
+    file.loadFileAsData (data);
+    const std::string text (data.begin(), data.getSize());
+    return (int) text.find ("data") + 4;
+}
+
+TEST_F (FileFormat, ReadsAWavStreamWithoutSizesToItsEnd)
+{
+    struct Sizes
+    {
+        juce::uint32 file;
+        juce::uint32 data;
+    };
+
+    constexpr juce::uint32 unknown = 0xffffffff;
+    const auto position = findDataSize (input);
+    const auto headerSize = (juce::uint32) position + 4 - 8;
+    const auto dataSize = (juce::uint32) input.getSize() - (juce::uint32) position - 4;
+    const auto expected = renderWell ({ "--tail", "0", "--bits", "32f" }).samples;
+
+    for (const auto& sizes : { Sizes { unknown, unknown }, Sizes { 0, 0 }, Sizes { headerSize, 0 },
+                               Sizes { 0, unknown }, Sizes { unknown, dataSize }, Sizes { 0, dataSize } })
+    {
+        overwrite (input, 4, sizes.file);
+        overwrite (input, position, sizes.data);
+        EXPECT_TRUE (areIdentical (renderWell ({ "--tail", "0", "--bits", "32f" }).samples, expected))
+            << sizes.file << " " << sizes.data;
+    }
+}
+
+TEST_F (FileFormat, AWavStreamThatEndsWithinAFrameLosesIt)
+{
+    const auto expected = renderWell ({ "--tail", "0", "--bits", "32f" }).samples;
+    juce::MemoryBlock data;
+    input.loadFileAsData (data);
+    input.replaceWithData (data.getData(), data.getSize() - 1);
+    overwrite (input, 4, 0xffffffff);
+    overwrite (input, findDataSize (input), 0xffffffff);
+
+    const auto samples = renderWell ({ "--tail", "0", "--bits", "32f" }).samples;
+    EXPECT_EQ (samples.getNumSamples(), inputLength - 1);
+    EXPECT_EQ (samples.getSample (1, inputLength - 2), expected.getSample (1, inputLength - 2));
+}
+
+TEST_F (FileFormat, AnEmptyWavFileWithAnotherChunkBehindIsNoStream)
+{
+    AudioFile::writeWav (input, cv::test::makeSilence (1, 0), sampleRate);
+    juce::MemoryBlock data;
+    input.loadFileAsData (data);
+    data.append ("LIST\4\0\0\0INFO", 12);
+    input.replaceWithData (data.getData(), data.getSize());
+    overwrite (input, 4, (juce::uint32) data.getSize() - 8);
+    expectRenderError ({}, "no audio in");
+}
+
+TEST_F (FileFormat, AWavStreamOfMoreThan4GiBIsRefused)
+{
+    overwrite (input, 4, 0xffffffff);
+    overwrite (input, findDataSize (input), 0xffffffff);
+
+    // A file with a hole takes no room on the disk.
+    if (truncate (input.getFullPathName().toRawUTF8(), (off_t) 5 << 30) != 0)
+        GTEST_SKIP() << "no such large files here";
+
+    expectRenderError ({}, "more than 4 GiB of audio without a size");
 }
 
 TEST_F (FileFormat, NamesMayHoldBlanksAndLetters)

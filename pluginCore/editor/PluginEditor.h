@@ -2,6 +2,7 @@
 
 #include "editor/DefaultLookAndFeel.h"
 #include "editor/PluginMoveDetector.h"
+#include "editor/WindowFrontListener.h"
 #include "lookAndFeel/LookAndFeel.h"
 #include "panels/UpdateChangeLogComponent.h"
 #include "settings/PluginGlobalSettings.h"
@@ -101,6 +102,10 @@ private:
     PluginProcessor& pluginProcessor;
     UpdateChangeLogComponent changeLogView;
     PluginMoveDetector moveDetector { *this };
+
+    // A click may open a menu. What has moved until then is no reason to close it: the click can be what brings the
+    // host's process to the foreground, or come before the detector's first tick.
+    const WindowFrontListener frontListener { *this, [this] { moveDetector.timerCallback(); } };
     juce::ComponentBoundsConstrainer sizeConstrainer;
     juce::ResizableCornerComponent cornerResizer { this, &sizeConstrainer };
 

@@ -1,5 +1,7 @@
 #include "editor/PluginMoveDetector.h"
 
+#include "editor/WindowPosition.h"
+
 namespace cv::pluginCore
 {
 PluginMoveDetector::PluginMoveDetector (juce::Component& componentToWatch, std::function<bool()> isForeground)
@@ -58,6 +60,7 @@ bool PluginMoveDetector::updatePosition()
     if (peer == nullptr)
         return false;
 
+    updateWindowPosition (*peer);
     const auto position = peer->localToGlobal (juce::Point<float>());
 
     if (std::exchange (lastScreenPosition, position) == position)

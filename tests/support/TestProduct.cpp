@@ -1,5 +1,6 @@
 #include "support/TestProduct.h"
 
+#include "parameters/NumberRange.h"
 #include "support/TestProductEditor.h"
 
 namespace cv::test
@@ -8,12 +9,11 @@ namespace
 {
 juce::AudioProcessorValueTreeState::ParameterLayout createLayout()
 {
-    using Range = juce::NormalisableRange<float>;
     juce::AudioProcessorValueTreeState::ParameterLayout layout;
     layout.add (std::make_unique<juce::AudioParameterFloat> (juce::ParameterID { "level", 1 }, "Level",
-                                                             Range (0.0f, 100.0f), 50.0f),
+                                                             pluginCore::makeNumberRange (0.0f, 100.0f), 50.0f),
                 std::make_unique<juce::AudioParameterFloat> (juce::ParameterID { "time", 1 }, "Time",
-                                                             Range (1.0f, 1000.0f), 100.0f));
+                                                             pluginCore::makeNumberRange (1.0f, 1000.0f), 100.0f));
     return layout;
 }
 

@@ -1,5 +1,6 @@
 #include "parameters/Parameters.h"
 
+#include "parameters/NumberRange.h"
 #include "parameters/ParameterIds.h"
 #include "parameters/ValueText.h"
 
@@ -9,15 +10,13 @@ namespace
 {
 using Range = juce::NormalisableRange<float>;
 
-constexpr float continuous = 0.0f;
-
 // The skew of a range that has its middle at c is ln 0.5 / ln((c - start) / (end - start)).
 constexpr float delaySkew = 0.30091232f;   // 1000 ms
 constexpr float lowpassSkew = 0.29985148f; // 2000 Hz
 
-const Range percentRange { 0.0f, 100.0f, continuous, 1.0f };
-const Range delayRangeMilliseconds { 1.0f, 10000.0f, continuous, delaySkew };
-const Range lowpassRangeHz { 20.0f, 20000.0f, continuous, lowpassSkew };
+const Range percentRange = pluginCore::makeNumberRange (0.0f, 100.0f);
+const Range delayRangeMilliseconds = pluginCore::makeNumberRange (1.0f, 10000.0f, delaySkew);
+const Range lowpassRangeHz = pluginCore::makeNumberRange (20.0f, 20000.0f, lowpassSkew);
 
 constexpr ParameterValues defaults { .mixPercent = 50.0f,
                                      .degradePercent = 0.0f,

@@ -89,6 +89,35 @@ TEST_F (LabelledSliderTest, MovesTheParameterAndFollowsIt)
     EXPECT_TRUE (runMessageLoopUntil ([this] { return std::abs (slider.getValue() - 2000.0) < 0.1; }));
 }
 
+TEST_F (LabelledSliderTest, TextThatIsNoNumberTurnsTheKnobDown)
+{
+    for (const auto* const text : { "nan", "-NaN ms", "no number" })
+    {
+        slider.setValue (250.0, juce::sendNotificationSync);
+        slider.setValue (slider.getValueFromText (text), juce::sendNotificationSync);
+        EXPECT_EQ (slider.getValue(), 1.0) << text;
+        EXPECT_EQ (harness.parameter ("delay").get(), 1.0f) << text;
+    }
+
+    slider.setValue (slider.getValueFromText ("inf"), juce::sendNotificationSync);
+    EXPECT_EQ (harness.parameter ("delay").get(), 10000.0f);
+}
+
+TEST_F (LabelledSliderTest, NoNumberFromTheHostLeavesTheKnobUsable)
+{
+#if JUCE_DEBUG
+    GTEST_SKIP() << "JUCE's range asserts on what it limits; builds without assertions check this.";
+#else
+    juce::AudioProcessorParameter& parameter = harness.parameter ("delay");
+    parameter.setValueNotifyingHost (std::numeric_limits<float>::quiet_NaN());
+    EXPECT_EQ (slider.getValue(), 1.0);
+    EXPECT_EQ (slider.getTextFromValue (slider.getValue()), "1.0 ms");
+
+    slider.setValue (250.0, juce::sendNotificationSync);
+    EXPECT_NEAR (harness.parameter ("delay").get(), 250.0f, 0.01f);
+#endif
+}
+
 TEST_F (LabelledSliderTest, ChangesCanBeUndone)
 {
     auto& undoManager = harness.processor.getUndoManager();

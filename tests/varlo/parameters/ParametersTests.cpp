@@ -1,4 +1,5 @@
 #include "support/ProcessorHarness.h"
+#include "support/Signals.h"
 
 #include <gmock/gmock.h>
 
@@ -6,6 +7,7 @@ namespace cv::varlo
 {
 namespace
 {
+using cv::test::makeNoise;
 using cv::test::ProcessorHarness;
 
 struct Contract
@@ -124,6 +126,73 @@ TEST (Parameters, TextBeyondTheRangeIsLimited)
     EXPECT_EQ (typed ("mix", "no number"), 0.0f);
     EXPECT_EQ (typed ("delay", "99999"), 10000.0f);
     EXPECT_EQ (typed ("mix", "-5"), 0.0f);
+#endif
+}
+
+/** Where a parameter stands, in the parameter itself, in the tree and for the sound. */
+void expectStart (ProcessorHarness& harness, const Contract& row, const char* cause)
+{
+    EXPECT_EQ (harness.parameter (row.id).get(), row.start) << row.id << ' ' << cause;
+    EXPECT_EQ (harness.processor.getValueTreeState().getRawParameterValue (row.id)->load(), row.start) << row.id;
+
+    const auto state = harness.processor.getValueTreeState().copyState();
+    EXPECT_EQ ((float) state.getChildWithProperty ("id", row.id)["value"], row.start) << row.id << ' ' << cause;
+}
+
+TEST (Parameters, TextThatIsNoNumberNeverArrives)
+{
+    ProcessorHarness harness;
+
+    for (const auto& row : contract)
+        for (const auto* text : { "nan", "NaN", "-nan", "+nan %", " nAn" })
+        {
+            juce::AudioProcessorParameter& parameter = harness.parameter (row.id);
+            parameter.setValueNotifyingHost (0.5f);
+            parameter.setValueNotifyingHost (parameter.getValueForText (text));
+            expectStart (harness, row, text);
+        }
+}
+
+TEST (Parameters, InfinityIsLimitedAsText)
+{
+    ProcessorHarness harness;
+
+    for (const auto& row : contract)
+    {
+        juce::AudioProcessorParameter& parameter = harness.parameter (row.id);
+        EXPECT_EQ (parameter.getValueForText ("inf"), 1.0f) << row.id;
+        EXPECT_EQ (parameter.getValueForText ("-infinity"), 0.0f) << row.id;
+        EXPECT_EQ (parameter.getValueForText ("1e999"), 1.0f) << row.id;
+    }
+}
+
+TEST (Parameters, HostThatSendsNoNumberLeavesOneAndTheSound)
+{
+#if JUCE_DEBUG
+    GTEST_SKIP() << "JUCE's range asserts on what it limits; builds without assertions check this.";
+#else
+    ProcessorHarness harness;
+    harness.prepare();
+    harness.render (makeNoise (2, 512, 0.5f));
+
+    for (const auto& row : contract)
+    {
+        juce::AudioProcessorParameter& parameter = harness.parameter (row.id);
+        parameter.setValueNotifyingHost (0.5f);
+        parameter.setValueNotifyingHost (std::numeric_limits<float>::quiet_NaN());
+        expectStart (harness, row, "host");
+
+        parameter.setValueNotifyingHost (std::numeric_limits<float>::infinity());
+        EXPECT_EQ (harness.parameter (row.id).get(), row.end) << row.id;
+
+        parameter.setValueNotifyingHost (-std::numeric_limits<float>::infinity());
+        EXPECT_EQ (harness.parameter (row.id).get(), row.start) << row.id;
+    }
+
+    // Mix stands at 0: what goes in comes out.
+    const auto input = makeNoise (2, 4096, 0.5f);
+    const auto output = harness.render (input);
+    EXPECT_EQ (output.getSample (1, 4095), input.getSample (1, 4095));
 #endif
 }
 } // namespace

@@ -70,6 +70,7 @@ const juce::String PluginProcessor::getName() const
 void PluginProcessor::prepareToPlay (double sampleRate, int samplesPerBlock)
 {
     prepare (sampleRate, samplesPerBlock);
+    isPrepared = isPrepared || sampleRate > 0.0;
 
     const juce::dsp::ProcessSpec spec { sampleRate, (juce::uint32) samplesPerBlock,
                                         (juce::uint32) getTotalNumOutputChannels() };
@@ -91,13 +92,19 @@ void PluginProcessor::processBlock (juce::AudioBuffer<float>& buffer, juce::Midi
     if (resetPending.exchange (false))
         reset();
 
-    process (buffer, midi);
+    if (isPrepared)
+        process (buffer, midi);
+    else
+        buffer.clear();
 }
 
 void PluginProcessor::processBlockBypassed (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)
 {
     if (bypassDelay == nullptr)
+    {
+        buffer.clear();
         return;
+    }
 
     const auto latency = (float) getLatencySamples();
 

@@ -59,14 +59,14 @@ public:
     void prepareToPlay (double sampleRate, int samplesPerBlock) override;
 
     /** Flushes denormals, calls reset() if a state or a preset has been applied since the last block, and
-        hands the block to process().
+        hands the block to process(). A block that comes before any prepareToPlay with a rate above 0 is cleared.
     */
     void processBlock (juce::AudioBuffer<float>&, juce::MidiBuffer&) override;
     using juce::AudioProcessor::processBlock;
 
     /** Delays the block by the latency that the product reports, so that bypassing shifts nothing in
-        time. The product's DSP rests meanwhile and goes on from the same memory afterwards. Before
-        the first prepareToPlay the block is left as it is.
+        time. The product's DSP rests meanwhile and goes on from the same memory afterwards. A block
+        that comes before the first prepareToPlay is cleared.
     */
     void processBlockBypassed (juce::AudioBuffer<float>&, juce::MidiBuffer&) override;
     using juce::AudioProcessor::processBlockBypassed;
@@ -209,6 +209,9 @@ private:
 
     /** Raised by whatever replaces the state, taken by the next block. */
     std::atomic<bool> resetPending { false };
+
+    /** True once the product was given a rate to prepare for; from then on it can process. */
+    bool isPrepared = false;
 
     int bypassDelayCapacity = 0;
     std::unique_ptr<BypassDelay> bypassDelay;

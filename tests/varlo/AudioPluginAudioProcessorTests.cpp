@@ -127,6 +127,21 @@ TEST (AudioPluginAudioProcessor, RateThatIsNotAboveZeroClearsTheBlock)
     EXPECT_EQ (harness.render (input).getMagnitude (0, 512), 0.0f);
 }
 
+TEST (AudioPluginAudioProcessor, BlockBeforeActivationIsCleared)
+{
+    ProcessorHarness harness;
+    const auto input = toBuffer ({ noise (512, 1), noise (512, 2) });
+
+    harness.processor.setRateAndBufferSizeDetails (44100.0, 512);
+    EXPECT_EQ (harness.render (input).getMagnitude (0, 512), 0.0f);
+
+    harness.processor.prepareToPlay (0.0, 512);
+    EXPECT_EQ (harness.render (input).getMagnitude (0, 512), 0.0f);
+
+    harness.processor.prepareToPlay (44100.0, 512);
+    EXPECT_GT (harness.render (input).getMagnitude (0, 512), 0.1f);
+}
+
 TEST (AudioPluginAudioProcessor, PrepareWithABadRateLeavesTheSoundAsItWas)
 {
     ProcessorHarness disturbed;

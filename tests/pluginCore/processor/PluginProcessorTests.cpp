@@ -95,10 +95,39 @@ TEST_F (PluginProcessorTest, BypassWithoutLatencyLeavesTheSamplesUnchanged)
     EXPECT_EQ (bypass (signal), signal);
 }
 
-TEST_F (PluginProcessorTest, BypassBeforePrepareLeavesTheSamplesUnchanged)
+TEST_F (PluginProcessorTest, BypassBeforePrepareIsSilent)
 {
+    EXPECT_EQ (bypass (noise (256, 1)), cv::test::constant (256, 0.0f));
+}
+
+TEST_F (PluginProcessorTest, BlockBeforePrepareIsSilent)
+{
+    // Hosts may tell the rate long before they activate.
+    product.setRateAndBufferSizeDetails (48000.0, 256);
     const auto signal = noise (256, 1);
-    EXPECT_EQ (bypass (signal), signal);
+    auto buffer = toBuffer ({ signal, signal });
+    juce::MidiBuffer midi;
+    product.processBlock (buffer, midi);
+    EXPECT_EQ (channelOf (buffer, 1), cv::test::constant (256, 0.0f));
+
+    // What no product can prepare for is no activation, but a later bad rate takes none back.
+    product.prepareToPlay (0.0, 256);
+    buffer = toBuffer ({ signal, signal });
+    product.processBlock (buffer, midi);
+    EXPECT_EQ (channelOf (buffer, 1), cv::test::constant (256, 0.0f));
+
+    prepare();
+    product.prepareToPlay (0.0, 256);
+    buffer = toBuffer ({ signal, signal });
+    product.processBlock (buffer, midi);
+    EXPECT_EQ (channelOf (buffer, 1)[100], 2.0f * signal[100]);
+}
+
+TEST_F (PluginProcessorTest, BlockBeforePrepareStillTakesTheReset)
+{
+    product.restoreStateXml (juce::XmlElement ("TestProduct"), false);
+    product.processOneBlock();
+    EXPECT_EQ (product.numResets, 1);
 }
 
 TEST_F (PluginProcessorTest, BypassDelaysByTheReportedLatency)

@@ -15,6 +15,11 @@ const juce::Identifier path { "path" };
 const juce::Identifier dirty { "dirty" };
 } // namespace attributes
 
+/** No file lies at a longer one on any system; Windows allows the most. JUCE takes seconds to resolve a path
+    with a hundred thousand levels.
+*/
+constexpr int maxPathCharacters = 32767;
+
 /** The file at a path beneath a folder. JUCE takes a leading tilde for somebody's home, but it may as well
     begin a preset's name.
 */
@@ -54,8 +59,11 @@ LastPreset readLastPresetXml (const juce::XmlElement& projectXml, const PresetLo
 
     LastPreset lastPreset;
 
-    if (const auto bank = findPresetBank (xml->getStringAttribute (attributes::root)))
-        lastPreset.file = resolve (locations.getFolder (*bank), xml->getStringAttribute (attributes::path));
+    const auto& path = xml->getStringAttribute (attributes::path);
+
+    if (const auto bank = findPresetBank (xml->getStringAttribute (attributes::root));
+        bank.has_value() && path.length() <= maxPathCharacters)
+        lastPreset.file = resolve (locations.getFolder (*bank), path);
 
     if (xml->hasAttribute (attributes::dirty))
         lastPreset.dirty = xml->getBoolAttribute (attributes::dirty);

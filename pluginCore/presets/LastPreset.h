@@ -9,7 +9,9 @@ namespace cv::pluginCore
 */
 struct LastPreset
 {
-    /** None: the project doesn't say which, since it had none or one outside all banks. */
+    /** None: the project doesn't say which, since it had none or one outside all banks, or its path is longer
+        than any file's.
+    */
     std::optional<juce::File> file;
 
     /** None: the project doesn't say. */

@@ -1,5 +1,7 @@
 #include "presets/PresetLocations.h"
 
+#include "files/FilePath.h"
+
 namespace cv::pluginCore
 {
 const juce::File& PresetLocations::getFolder (PresetBank bank) const
@@ -20,7 +22,7 @@ const juce::File& PresetLocations::getFolder (PresetBank bank) const
 std::optional<PresetBank> PresetLocations::findBankOf (const juce::File& file) const
 {
     for (const auto bank : presetBanks)
-        if (file.isAChildOf (getFolder (bank)))
+        if (isBelowFolder (file, getFolder (bank)))
             return bank;
 
     return {};

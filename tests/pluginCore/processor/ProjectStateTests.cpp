@@ -184,6 +184,34 @@ TEST_F (ProjectStateTest, PresetsNameMayBeginWithATilde)
     }
 }
 
+TEST_F (ProjectStateTest, PathOfAnyDepthIsKept)
+{
+    // As deep as a path can be; one level costs no more than its two characters.
+    const auto path = juce::String::repeatedString ("a/", 16380) + "a.test";
+    openProject (product, "<TestProduct><lastPreset root='USER' path='" + path + "' dirty='0'/></TestProduct>");
+
+    EXPECT_EQ (product.getPresetsManager().getCurrentPresetFile().getFullPathName(),
+               locations().userFolder.getFullPathName() + "/" + path);
+    EXPECT_EQ (lastPresetXml(), "<lastPreset root=\"USER\" path=\"" + path + "\" dirty=\"0\"/>");
+}
+
+TEST_F (ProjectStateTest, PathLongerThanAnyFilesIsForgotten)
+{
+    const auto current = makeCurrent (locations().userFolder.getChildFile ("a.test"));
+
+    // Two of these take JUCE minutes, or its stack.
+    for (const auto& path :
+         { juce::String::repeatedString ("a/", 1000000), juce::String::repeatedString ("a/../", 1000000),
+           juce::String::repeatedString ("z", 32768) })
+    {
+        openProject (product, "<TestProduct><lastPreset root='FACTORY' path='" + path + "' dirty='1'/></TestProduct>");
+        EXPECT_EQ (product.getPresetsManager().getCurrentPresetFile(), current);
+        EXPECT_TRUE (product.getPresetsManager().isDirty());
+    }
+
+    EXPECT_EQ (lastPresetXml(), "<lastPreset root=\"USER\" path=\"a.test\" dirty=\"1\"/>");
+}
+
 TEST_F (ProjectStateTest, PresetWithoutAKnownBankKeepsTheCurrentOne)
 {
     const auto current = makeCurrent (locations().userFolder.getChildFile ("a.test"));

@@ -1,5 +1,6 @@
 #include "state/XmlText.h"
 
+#include "files/FileReplacement.h"
 #include "state/Utf8.h"
 #include "state/XmlGuard.h"
 
@@ -37,14 +38,7 @@ bool writeXmlFile (const juce::XmlElement& xml, const juce::File& file)
     juce::MemoryOutputStream text;
     xml.writeTo (text, {});
 
-    const juce::TemporaryFile temporary (file);
-    {
-        juce::FileOutputStream stream (temporary.getFile());
-        stream << text.getMemoryBlock();
-    }
-
-    const auto isComplete = temporary.getFile().getSize() == (juce::int64) text.getDataSize();
-    return isComplete && temporary.overwriteTargetFileWithTemporary();
+    return replaceFile (file, text.getData(), text.getDataSize());
 }
 
 const juce::XmlElement* findChildElement (const juce::XmlElement& parent, juce::StringRef name)

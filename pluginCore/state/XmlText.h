@@ -17,8 +17,8 @@ std::unique_ptr<juce::XmlElement> parseXmlText (const juce::String&);
 */
 std::unique_ptr<juce::XmlElement> parseXmlFile (const juce::File&);
 
-/** Writes an element as JUCE does, wrapped at 60 characters; false if that fails, and what the file held is
-    still whole then. JUCE's own writing takes a disk that has room for half of the text for success.
+/** Writes an element as JUCE does, wrapped at 60 characters, with replaceFile(); false if that fails, and what
+    the file held is still whole then.
 */
 bool writeXmlFile (const juce::XmlElement&, const juce::File&);
 

@@ -1,5 +1,7 @@
 #include "presets/PresetsManager.h"
 
+#include "files/FilePath.h"
+#include "presets/PresetFile.h"
 #include "processor/PluginProcessor.h"
 #include "state/XmlText.h"
 
@@ -28,7 +30,7 @@ void PresetsManager::loadPreset (const juce::File& file)
 {
     loadingPreset = true;
 
-    if (const auto xml = parseXmlFile (file))
+    if (const auto xml = readPresetFile (file))
     {
         setCurrentPresetFile (file);
         processor.restoreStateXml (*xml, false);
@@ -68,7 +70,7 @@ void PresetsManager::dialogClosed (const juce::File& result, bool reloadAfterSav
     if (wasCancelled)
         return;
 
-    if (result.isAChildOf (locations.userFolder))
+    if (isBelowFolder (result, locations.userFolder))
         lastSaveFolder = result.getParentDirectory();
 
     savePreset (result, reloadAfterSave);

@@ -43,7 +43,7 @@ public:
     void addListener (Listener*);
     void removeListener (Listener*);
 
-    /** Applies a preset file, which becomes the current one. What is no XML changes nothing; another
+    /** Applies a preset file, which becomes the current one. What is no preset file or no XML changes nothing; another
         plug-in's XML changes only which file is current. A load can't be undone and ends the undo
         history.
     */

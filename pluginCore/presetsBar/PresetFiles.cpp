@@ -1,33 +1,25 @@
 #include "presetsBar/PresetFiles.h"
 
+#include "presets/PresetFile.h"
+
 namespace cv::pluginCore
 {
+PresetTree readBank (const juce::File& folder, const juce::String& extension)
+{
+    return readPresetTree (folder, [&extension] (const juce::File& file, bool isFolder)
+                           { return file.hasFileExtension (extension) && (isFolder || isPresetFile (file)); });
+}
+
 bool folderHoldsPresets (const juce::File& folder, const juce::String& wildcard)
 {
-    using Iterator = juce::RangedDirectoryIterator;
-
-    if (! folder.isDirectory() || isLinkToOwnParent (folder))
-        return false;
-
     if (wildcard == "*")
-        return Iterator (folder, true, "*", juce::File::findFiles, juce::File::FollowSymlinks::noCycles) != Iterator();
+        return readPresetTree (folder, [] (const juce::File&, bool isFolder) { return ! isFolder; }).holdsPresets;
 
-    const auto extension = wildcard.trimCharactersAtStart ("*");
-
-    for (const auto& entry : Iterator (folder, false, "*", juce::File::findFilesAndDirectories))
-        if (entry.getFile().hasFileExtension (extension) || folderHoldsPresets (entry.getFile(), wildcard))
-            return true;
-
-    return false;
+    return readBank (folder, wildcard.trimCharactersAtStart ("*")).holdsPresets;
 }
 
 bool isVisiblePreset (const juce::File& file, const juce::String& extension)
 {
-    return file.existsAsFile() && ! file.isHidden() && file.hasFileExtension (extension);
-}
-
-bool isLinkToOwnParent (const juce::File& folder)
-{
-    return folder.isSymbolicLink() && folder.isAChildOf (folder.getLinkedTarget());
+    return file.hasFileExtension (extension) && ! file.isHidden() && isPresetFile (file);
 }
 } // namespace cv::pluginCore

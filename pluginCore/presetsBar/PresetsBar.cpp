@@ -1,5 +1,6 @@
 #include "presetsBar/PresetsBar.h"
 
+#include "files/FilePath.h"
 #include "lookAndFeel/ColourIds.h"
 #include "presetsBar/ChevronPath.h"
 #include "presetsBar/PresetFiles.h"
@@ -130,40 +131,35 @@ void PresetsBar::rebuildMenu()
 
 void PresetsBar::addBankToMenu (const juce::File& folder, const juce::String& title, int& nextItemId)
 {
-    if (! folderHoldsPresets (folder, "*" + presetsManager.getLocations().presetExtension))
+    const auto bank = readBank (folder, presetsManager.getLocations().presetExtension);
+
+    if (! bank.holdsPresets)
         return;
 
     presetsMenu.addSectionHeader (juce::translate (title));
-    addPresetsToMenu (presetsMenu, folder, nextItemId, presetPaths);
+    addPresetsToMenu (presetsMenu, bank, nextItemId, presetPaths);
 }
 
 void PresetsBar::addPresetsToMenu (juce::PopupMenu& menu,
-                                   const juce::File& folder,
+                                   const PresetTree& folder,
                                    int& nextItemId,
                                    juce::StringArray& paths)
 {
-    const auto& locations = presetsManager.getLocations();
+    const auto& initPresetFile = presetsManager.getLocations().initPresetFile;
     const auto current = presetsManager.getCurrentPresetFile();
 
-    auto children = folder.findChildFiles (juce::File::findFilesAndDirectories | juce::File::ignoreHiddenFiles, false);
-    juce::File::NaturalFileComparator comparator (false);
-    children.sort (comparator);
-
-    for (const auto& child : children)
+    for (const auto& child : folder.children)
     {
-        if (child.isDirectory())
+        if (child.isFolder)
         {
-            if (! folderHoldsPresets (child, "*" + locations.presetExtension))
-                continue;
-
             juce::PopupMenu subMenu;
             addPresetsToMenu (subMenu, child, nextItemId, paths);
-            menu.addSubMenu (child.getFileName(), subMenu, true, nullptr, current.isAChildOf (child));
+            menu.addSubMenu (child.file.getFileName(), subMenu, true, nullptr, isBelowFolder (current, child.file));
         }
-        else if (isVisiblePreset (child, locations.presetExtension) && child != locations.initPresetFile)
+        else if (child.file != initPresetFile)
         {
-            menu.addItem (nextItemId++, child.getFileNameWithoutExtension(), true, child == current);
-            paths.add (child.getFullPathName());
+            menu.addItem (nextItemId++, child.file.getFileNameWithoutExtension(), true, child.file == current);
+            paths.add (child.file.getFullPathName());
         }
     }
 }
@@ -172,7 +168,7 @@ bool PresetsBar::canOverwriteCurrentPreset() const
 {
     const auto current = presetsManager.getCurrentPresetFile();
 
-    return current.existsAsFile() && current.isAChildOf (presetsManager.getLocations().userFolder)
+    return current.existsAsFile() && isBelowFolder (current, presetsManager.getLocations().userFolder)
            && current.hasWriteAccess();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "presets/PresetsManager.h"
+#include "presetsBar/PresetTree.h"
 
 namespace cv::pluginCore
 {
@@ -65,7 +66,7 @@ public:
 private:
     void rebuildMenu();
     void addBankToMenu (const juce::File& folder, const juce::String& title, int& nextItemId);
-    void addPresetsToMenu (juce::PopupMenu& menu, const juce::File& folder, int& nextItemId, juce::StringArray& paths);
+    void addPresetsToMenu (juce::PopupMenu& menu, const PresetTree& folder, int& nextItemId, juce::StringArray& paths);
     bool canOverwriteCurrentPreset() const;
     void showMenu();
     void loadNeighbour (int step);

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
+
 namespace cv::pluginCore
 {
 namespace
@@ -128,9 +130,14 @@ TEST_F (PresetsManagerTest, WhatCannotBeReadChangesNothing)
     product.set ("level", 40.0f);
     log.takeEvents();
 
-    for (const auto& file : { userFolder().getChildFile ("missing.test"), writePreset ("empty.test", ""),
-                              writePreset ("text.test", "text"), writePreset ("cut.test", "<TestProduct><PARAMS>"),
-                              userFolder(), juce::File() })
+    const auto tooLarge = presetText (60.0f, 70.0f) + juce::String::repeatedString (" ", 1024 * 1024);
+    const auto pipe = userFolder().getChildFile ("pipe.test");
+    ASSERT_EQ (mkfifo (pipe.getFullPathName().toRawUTF8(), 0600), 0);
+
+    for (const auto& file :
+         { userFolder().getChildFile ("missing.test"), writePreset ("empty.test", ""),
+           writePreset ("text.test", "text"), writePreset ("cut.test", "<TestProduct><PARAMS>"),
+           writePreset ("large.test", tooLarge), pipe, juce::File ("/dev/zero"), userFolder(), juce::File() })
         presets.loadPreset (file);
 
     EXPECT_EQ (product.get ("level"), 40.0f);

@@ -3,8 +3,9 @@
 #include "RenderError.h"
 #include "TemporaryOutput.h"
 
+#include "files/FilePath.h"
+#include "presets/PresetFile.h"
 #include "state/StateChunk.h"
-#include "state/XmlText.h"
 
 namespace cv::render
 {
@@ -14,6 +15,9 @@ namespace
 const juce::String componentElement = "IComponent";
 
 constexpr juce::uint32 bytesAroundText = 9;
+
+const juce::String notAState = "not a saved state: ";
+const juce::String notAPreset = "not a preset: ";
 
 std::unique_ptr<juce::XmlElement> getHostState (const PluginHost& host)
 {
@@ -32,11 +36,22 @@ std::unique_ptr<juce::XmlElement> parse (const juce::MemoryBlock& chunk)
     return pluginCore::parseStateChunk (chunk.getData(), (int) chunk.getSize());
 }
 
-void checkExists (const juce::File& file)
+/** Twice what the plug-in takes of a state's text: a host's file may hold something of its own behind it. */
+constexpr juce::int64 maxStateFileBytes = 16 * 1024 * 1024;
+
+/** A pipe or device would keep the program waiting, or never end. */
+void checkReadable (const juce::File& file, juce::int64 maxBytes, const juce::String& refusal)
 {
+    const auto name = file.getFullPathName();
+
     if (! file.existsAsFile())
-        throw RenderError ((file.isDirectory() ? "is a folder, not a file: " : "no such file: ")
-                           + file.getFullPathName());
+        throw RenderError ((file.isDirectory() ? "is a folder, not a file: " : "no such file: ") + name);
+
+    if (! pluginCore::isRegularFile (file))
+        throw RenderError (refusal + name + " (a pipe or a device)");
+
+    if (file.getSize() > maxBytes)
+        throw RenderError (refusal + name + " (more than " + juce::String (maxBytes / (1024 * 1024)) + " MiB)");
 }
 
 /** States name the plug-in that they belong to in their outermost element. */
@@ -68,7 +83,7 @@ PluginState PluginState::of (const PluginHost& host)
 
 PluginState PluginState::fromFile (const juce::File& file, const PluginHost& host)
 {
-    checkExists (file);
+    checkReadable (file, maxStateFileBytes, notAState);
     juce::MemoryBlock chunk;
 
     if (! file.loadFileAsData (chunk))
@@ -77,7 +92,7 @@ PluginState PluginState::fromFile (const juce::File& file, const PluginHost& hos
     const auto xml = parse (chunk);
 
     if (xml == nullptr)
-        throw RenderError ("not a saved state: " + file.getFullPathName());
+        throw RenderError (notAState + file.getFullPathName());
 
     checkBelongsTo (*xml, file, host, of (host).chunk);
     return PluginState (std::move (chunk));
@@ -85,11 +100,11 @@ PluginState PluginState::fromFile (const juce::File& file, const PluginHost& hos
 
 PluginState PluginState::fromPreset (const juce::File& file, const PluginHost& host)
 {
-    checkExists (file);
-    const auto xml = pluginCore::parseXmlFile (file);
+    checkReadable (file, pluginCore::maxPresetBytes, notAPreset);
+    const auto xml = pluginCore::readPresetFile (file);
 
     if (xml == nullptr)
-        throw RenderError ("not a preset: " + file.getFullPathName());
+        throw RenderError (notAPreset + file.getFullPathName());
 
     checkBelongsTo (*xml, file, host, of (host).chunk);
     juce::MemoryBlock chunk;

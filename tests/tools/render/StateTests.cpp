@@ -2,6 +2,8 @@
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
+#include <sys/stat.h>
+
 namespace cv::render
 {
 namespace
@@ -169,6 +171,35 @@ TEST_F (StateTest, BadStatesAreNamed)
     juce::AudioProcessor::copyXmlToBinary (juce::XmlElement ("Other"), chunk);
     state.replaceWithData (chunk.getData(), chunk.getSize());
     expectRenderError ({ "--load-state", state.getFullPathName() }, " is not for Varlo but for Other");
+}
+
+TEST_F (StateTest, PipesDevicesAndHugeFilesAreRefusedAtOnce)
+{
+    const auto pipe = scratch.getFile ("pipe");
+    const auto zero = scratch.getFile ("zero");
+    const auto huge = scratch.getFile ("huge");
+    ASSERT_EQ (mkfifo (pipe.getFullPathName().toRawUTF8(), 0600), 0);
+    ASSERT_TRUE (juce::File::createSymbolicLink (zero, "/dev/zero", false));
+    {
+        juce::FileOutputStream stream (huge);
+        stream.setPosition (10'000'000'000);
+        stream.writeByte (0);
+    }
+
+    for (const auto* const option : { "--preset", "--load-state" })
+    {
+        const auto isPreset = juce::String (option) == "--preset";
+        const juce::String refusal = isPreset ? "not a preset: " : "not a saved state: ";
+
+        for (const auto& name : { pipe.getFullPathName(), zero.getFullPathName(), juce::String ("/dev/zero") })
+            expectRenderError ({ option, name }, refusal + name + " (a pipe or a device)");
+
+        expectRenderError ({ option, huge.getFullPathName() },
+                           refusal + huge.getFullPathName() + " (more than " + (isPreset ? "1" : "16") + " MiB)");
+    }
+
+    expectError ({ "--save-state", pipe.getFullPathName() }, "can't write ");
+    EXPECT_TRUE (pipe.exists());
 }
 
 TEST_F (StateTest, StateThatCannotBeWrittenIsAnError)

@@ -7,9 +7,10 @@ namespace cv::pluginCore
 /** Replaces the values of all parameters by those of an element that a parameter tree was written to, and
     ends the undo history.
 
-    A parameter that the element lacks, or whose value is no number there, takes its default; one beyond its
-    range takes the nearest end. Parameters that the tree doesn't know are ignored. Takes the tree's
-    lock; any thread but the audio thread.
+    A parameter that the element lacks, or whose value doesn't begin with a number there, takes its default; one
+    beyond its range takes the nearest end. The tree holds the same afterwards, each parameter once, so that
+    no bad value is saved again. Parameters that the tree doesn't know are kept in it and ignored. Takes the
+    tree's lock; any thread but the audio thread.
 */
 void applyParameterState (juce::AudioProcessorValueTreeState&, const juce::XmlElement&);
 

@@ -256,8 +256,84 @@ TEST_F (StateXmlTest, ValuesStayWithinTheirRange)
     EXPECT_EQ (levelFrom ("-1e999"), 0.0f);
     EXPECT_EQ (levelFrom ("inf"), 100.0f);
     EXPECT_EQ (levelFrom ("nan"), 50.0f);
-    EXPECT_EQ (levelFrom ("text"), 0.0f);
+    EXPECT_EQ (levelFrom ("text"), 50.0f);
     EXPECT_EQ (levelFrom ("12.5 %"), 12.5f);
+}
+
+TEST_F (StateXmlTest, ValuesThatAreNoNumbersTakeTheDefault)
+{
+    for (const auto* value :
+         { "", " ", "text", "nan", "-nan", "NaN(1)", "-", "+", ".", "-.", "e5", "--5", "0x", "&#9;" })
+    {
+        product.set ("time", 10.0f);
+        restore ("<TestProduct><PARAMS><PARAM id='time' value='" + juce::String (value) + "'/></PARAMS></TestProduct>");
+        const auto expected = juce::String (value).startsWithChar ('0') ? 1.0f : 100.0f;
+        EXPECT_EQ (product.get ("time"), expected) << value;
+        EXPECT_EQ (presetXml(), "<TestProduct version=\"2.3.4\"><PARAMS><PARAM id=\"time\" value=\""
+                                    + juce::String (expected, 1)
+                                    + "\"/><PARAM id=\"level\" value=\"50.0\"/></PARAMS></TestProduct>");
+    }
+}
+
+TEST_F (StateXmlTest, GoodValuesAreSavedAsTheyWereWritten)
+{
+    for (const auto* value : { "120", "120.0", " 120", "1.2e2", "000120", "+120." })
+    {
+        const auto parameters = "<PARAMS><PARAM id=\"level\" value=\"7\" note=\"x\"/><PARAM id=\"time\" value=\""
+                                + juce::String (value) + "\"/><PARAM id=\"other\" value=\"text\"/></PARAMS>";
+        restore ("<TestProduct>" + parameters + "</TestProduct>");
+        EXPECT_EQ (product.get ("time"), 120.0f) << value;
+        EXPECT_TRUE (presetXml().contains (parameters)) << presetXml();
+    }
+}
+
+TEST_F (StateXmlTest, BadValuesAreNotSavedAgain)
+{
+    struct Case
+    {
+        const char* stored;
+        const char* saved;
+    };
+
+    // The default too: a parameter that doesn't move writes nothing to the tree.
+    for (const auto& [stored, saved] :
+         { Case { "<PARAM id='time' value='0.0'/>", "1.0" }, Case { "<PARAM id='time' value='1e300'/>", "1000.0" },
+           Case { "<PARAM id='time' value='1000.0000001'/>", "1000.0" }, Case { "<PARAM id='time'/>", "100.0" },
+           Case { "<PARAM id='time' value='20 ms'/>", "20.0" },
+           Case { "<PARAM id='time' base64:value='3.AAAA'/>", "100.0" },
+           Case { "<PARAM id='time' value='nan' value='0'/>", "100.0" },
+           Case { "<PARAM id='time' value='30' value='0'/>", "30.0" },
+           Case { "<PARAM id='time' value='30'/><PARAM id='time'/>", "100.0" },
+           Case { "<PARAM id='time' value='30'/><PARAM id='time' value='40.0'/>", "40.0" },
+           Case { "<PARAM id='time' value='text'/><PARAM id='time' value='40.0'/>", "40.0" },
+           Case { "<param id='time' value='30'/>", "30.0" } })
+        for (const auto before : { 100.0f, 500.0f })
+        {
+            restore ("<TestProduct><PARAMS/></TestProduct>");
+            product.set ("time", before);
+            restore ("<TestProduct><PARAMS><PARAM id='level' value='50.0'/>" + juce::String (stored)
+                     + "</PARAMS></TestProduct>");
+
+            EXPECT_NEAR (product.get ("time"), juce::String (saved).getFloatValue(), 1.0e-4f) << stored;
+            EXPECT_EQ (presetXml(), "<TestProduct version=\"2.3.4\"><PARAMS><PARAM id=\"level\" value=\"50.0\"/>"
+                                    "<PARAM id=\"time\" value=\""
+                                        + juce::String (saved) + "\"/></PARAMS></TestProduct>")
+                << stored;
+        }
+}
+
+TEST_F (StateXmlTest, ManyParametersAreReadInOneWalk)
+{
+    juce::MemoryOutputStream text;
+    text << "<TestProduct><PARAMS>";
+
+    for (auto i = 0; i < 30000; ++i)
+        text << "<PARAM id='level' value='" << i % 100 << "'/><PARAM id='x" << i << "'/>";
+
+    text << "</PARAMS></TestProduct>";
+    restore (text.toUTF8());
+    EXPECT_EQ (product.get ("level"), 99.0f);
+    EXPECT_EQ (product.getValueTreeState().copyState().getNumChildren(), 30002);
 }
 
 TEST_F (StateXmlTest, LoadLeavesEditorSizeAndSettingsAlone)

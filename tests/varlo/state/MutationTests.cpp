@@ -60,6 +60,35 @@ protected:
         }
     }
 
+    /** What is saved now holds each parameter once, and a number within its range. */
+    void expectSoundValuesInTheNextChunk()
+    {
+        juce::MemoryBlock chunk;
+        harness.processor.getStateInformation (chunk);
+        const auto xml = pluginCore::parseStateChunk (chunk.getData(), (int) chunk.getSize());
+        ASSERT_NE (xml, nullptr);
+
+        for (const auto* id : { "mix", "degrade", "delay", "feedback", "lowpass", "resonance" })
+        {
+            auto numFound = 0;
+
+            for (const auto* child : xml->getChildByName ("PARAMS")->getChildIterator())
+                if (child->getStringAttribute ("id") == id)
+                {
+                    ++numFound;
+                    const auto text = child->getStringAttribute ("value").toStdString();
+                    char* end = nullptr;
+                    const auto value = std::strtod (text.c_str(), &end);
+                    const auto& range = harness.parameter (id).range;
+                    ASSERT_TRUE (! text.empty() && *end == 0) << id << '=' << text;
+                    ASSERT_GE (value, range.start) << id;
+                    ASSERT_LE (value, range.end) << id;
+                }
+
+            ASSERT_EQ (numFound, 1) << id;
+        }
+    }
+
     void expectSaneSound()
     {
         const auto output = harness.render (cv::test::makeNoise (2, 64, 1.0f));
@@ -98,6 +127,7 @@ TEST_F (MutationTest, ProjectsFromAnywhereDoNoHarm)
         ASSERT_TRUE (parses || Everything (harness.processor) == before) << i;
         numApplied += parses ? 1 : 0;
         ASSERT_NO_FATAL_FAILURE (expectAllParametersInRange()) << i;
+        ASSERT_NO_FATAL_FAILURE (expectSoundValuesInTheNextChunk()) << i;
         ASSERT_NO_FATAL_FAILURE (expectSaneSound()) << i;
     }
 
@@ -124,6 +154,7 @@ TEST_F (MutationTest, PresetsFromAnywhereDoNoHarm)
         ASSERT_TRUE (parses ? presets.getCurrentPresetFile() == file : Everything (harness.processor) == before) << i;
         numApplied += parses ? 1 : 0;
         ASSERT_NO_FATAL_FAILURE (expectAllParametersInRange()) << i;
+        ASSERT_NO_FATAL_FAILURE (expectSoundValuesInTheNextChunk()) << i;
         ASSERT_NO_FATAL_FAILURE (expectSaneSound()) << i;
     }
 

@@ -4,7 +4,6 @@ namespace cv::varlo
 {
 namespace
 {
-constexpr int stopTimeoutMilliseconds = 1000;
 constexpr int hopSamples = SpectrumAnalyser::hopSamples;
 } // namespace
 
@@ -16,7 +15,11 @@ FFTProcessor::FFTProcessor() : Thread ("fft")
 FFTProcessor::~FFTProcessor()
 {
     masterReference.clear();
-    stopThread (stopTimeoutMilliseconds);
+
+    // Without a limit, after which JUCE would kill the thread, and the C library the process with it. Once it
+    // is scheduled, the thread ends after the frames that wait, in far less than a second; on a machine that
+    // has no time for it, that moment is worth waiting for.
+    stopThread (-1);
 }
 
 void FFTProcessor::prepareToPlay (double newSampleRate)

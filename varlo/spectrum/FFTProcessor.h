@@ -26,7 +26,9 @@ public:
     /** Starts the thread. */
     FFTProcessor();
 
-    /** Ends the thread, for which it has 1000 ms, and with it all delivery to onSampleRateChanged. */
+    /** Ends the thread, and with it all delivery to onSampleRateChanged. Waits for its end however long it
+        takes; anything beyond 1000 ms means that the machine has had no time for the thread.
+    */
     ~FFTProcessor() override;
 
     /** Any thread but the audio thread: takes the rate of what is pushed, in hertz. If it is another one

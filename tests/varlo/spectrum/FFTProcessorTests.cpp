@@ -5,8 +5,14 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <cerrno>
 #include <cmath>
+#include <csignal>
+#include <memory>
 #include <optional>
+#include <pthread.h>
+#include <unistd.h>
 
 namespace cv::varlo
 {
@@ -98,6 +104,61 @@ TEST (FFTProcessor, ThreadRunsFromConstruction)
     EXPECT_EQ (processor.getThreadName(), "fft");
     EXPECT_EQ (processor.sampleRate.load(), 44100.0);
     EXPECT_EQ (processor.numBins, 513);
+}
+
+/** Keeps a thread from going on, as a machine does that has no time for it, until it is released. One at a time. */
+class StarvedThread
+{
+public:
+    explicit StarvedThread (const juce::Thread& thread)
+    {
+        EXPECT_EQ (pipe (ends), 0);
+        isHeld = false;
+        formerHandler = std::signal (SIGUSR2, [] (int) { hold(); });
+        EXPECT_EQ (pthread_kill ((pthread_t) thread.getThreadId(), SIGUSR2), 0);
+        EXPECT_TRUE (waitUntil ([] { return isHeld.load(); }));
+    }
+
+    ~StarvedThread()
+    {
+        std::signal (SIGUSR2, formerHandler);
+        close (ends[0]);
+    }
+
+    void release() { close (ends[1]); }
+
+private:
+    static void hold()
+    {
+        isHeld = true;
+
+        for (char byte = 0; read (ends[0], &byte, 1) < 0 && errno == EINTR;)
+        {
+        }
+    }
+
+    static inline int ends[2] {};
+    static inline std::atomic<bool> isHeld { false };
+    void (*formerHandler) (int) = nullptr;
+};
+
+TEST (FFTProcessor, GoesWithoutKillingAThreadThatHasNoTime)
+{
+    auto processor = std::make_unique<FFTProcessor>();
+    StarvedThread thread (*processor);
+    std::atomic released { false };
+
+    // The C library ends the process if a thread is killed where it may not be.
+    juce::Thread::launch (
+        [&]
+        {
+            juce::Thread::sleep (1500);
+            released = true;
+            thread.release();
+        });
+
+    processor.reset();
+    EXPECT_TRUE (released);
 }
 
 TEST (FFTProcessor, GivesOneFrameForEach512Samples)

@@ -10,8 +10,12 @@ namespace
 {
 constexpr int numDelayRounds = 49;
 constexpr int delayRoundMilliseconds = 5;
-constexpr int stopTimeoutMilliseconds = 15000;
 constexpr int betaNumberOfRelease = 99;
+
+// The server isn't trusted: what it can make us hold and look through is bounded, at many times what it has
+// to say. A longer answer is a failed check.
+constexpr juce::int64 maxVersionBytes = 4 * 1024;
+constexpr juce::int64 maxChangeLogBytes = 256 * 1024;
 
 /** As std::atoi, but with numbers out of range at the limits instead of undefined. */
 int toInt (const juce::String& text)
@@ -28,7 +32,9 @@ UpdateChecker::UpdateChecker (const juce::String& currentVersion) : Thread ("Web
 
 UpdateChecker::~UpdateChecker()
 {
-    stopThread (stopTimeoutMilliseconds);
+    // Without a limit, after which JUCE would kill the thread, and the C library the process with it. The
+    // thread looks every webTextPollMilliseconds whether it is to end.
+    stopThread (-1);
 }
 
 void UpdateChecker::addListener (Listener* listener)
@@ -103,39 +109,43 @@ void UpdateChecker::downloadVersionInfos()
     if (! waitBeforeFirstRequest())
         return;
 
-    if (const auto body = readWebText (url.getChildURL ("lastVersion.php"), [this] { return ! threadShouldExit(); }))
-        readVersionInfos (*body);
+    if (const auto body =
+            readWebText (url.getChildURL ("lastVersion.php"), maxVersionBytes, [this] { return ! threadShouldExit(); }))
+    {
+        const auto infos = readVersionInfos (*body);
+        releaseTimeMs = infos.releaseTimeMs;
+        parseVersion (infos.version, latestMajor, latestMinor, latestPatch, latestIsBeta, latestBeta);
+    }
 
     updateAvailable = getVersionScore (currentMajor, currentMinor, currentPatch, currentBeta)
                       < getVersionScore (latestMajor, latestMinor, latestPatch, latestBeta);
 }
 
-/** Reads "key:value;" pairs; keys other than the two are skipped, and of several alike the last counts. */
-void UpdateChecker::readVersionInfos (const juce::String& body)
+UpdateChecker::VersionInfos UpdateChecker::readVersionInfos (const juce::String& body)
 {
     juce::StringArray tokens;
     tokens.addTokens (body, ";", "\"");
 
-    juce::String version ("0.0.0");
-    juce::String date ("0");
+    VersionInfos infos;
 
     for (const auto& token : tokens)
     {
         const auto key = token.upToFirstOccurrenceOf (":", false, false);
+        const auto value = token.fromFirstOccurrenceOf (":", false, false);
 
         if (key.equalsIgnoreCase ("macVersion"))
-            version = token.fromFirstOccurrenceOf (":", false, false);
+            infos.version = value;
         else if (key.equalsIgnoreCase ("macReleaseDate"))
-            date = token.fromFirstOccurrenceOf (":", false, false);
+            infos.releaseTimeMs = std::strtoll (value.toRawUTF8(), nullptr, 10);
     }
 
-    releaseTimeMs = std::strtoll (date.toRawUTF8(), nullptr, 10);
-    parseVersion (version, latestMajor, latestMinor, latestPatch, latestIsBeta, latestBeta);
+    return infos;
 }
 
 void UpdateChecker::getChangeLog()
 {
-    auto body = readWebText (url.getChildURL ("changeLogMac.php"), [this] { return ! threadShouldExit(); });
+    auto body =
+        readWebText (url.getChildURL ("changeLogMac.php"), maxChangeLogBytes, [this] { return ! threadShouldExit(); });
 
     if (! body.has_value() || threadShouldExit())
         return;

@@ -43,6 +43,18 @@ public:
     void addListener (Listener*);
     void removeListener (Listener*);
 
+    /** What the server says of its latest version. */
+    struct VersionInfos
+    {
+        juce::String version { "0.0.0" };
+        juce::int64 releaseTimeMs = 0; ///< milliseconds since 1970
+    };
+
+    /** Reads "key:value;" pairs; keys other than the two are skipped, and of several alike the last counts. Any
+        thread.
+    */
+    static VersionInfos readVersionInfos (const juce::String& body);
+
     /** Reads "1.2.3" or "1.2.3 beta 4". What isn't there or isn't a number is 0; a release has beta number
         99, above every beta. Numbers beyond the range of an int end at its limit. Any thread.
     */
@@ -67,7 +79,6 @@ private:
 
     bool waitBeforeFirstRequest() const;
     void downloadVersionInfos();
-    void readVersionInfos (const juce::String& body);
     void getChangeLog();
 
     juce::ListenerList<Listener> listeners;

@@ -229,8 +229,33 @@ TEST_F (UpdateCheckerTest, ChangeLogIsTheBodyAsItStands)
     EXPECT_EQ (fetchChangeLog (HttpReply::page ("")), "");
     EXPECT_TRUE (recorder.updates.empty());
 
-    const auto longText = juce::String::repeatedString ("0123456789abcde\n", 5 * 65536);
+    const auto longText = juce::String::repeatedString ("0123456789abcde\n", 256 * 1024 / 16);
     EXPECT_EQ (fetchChangeLog (HttpReply::page (longText)), longText);
+}
+
+TEST_F (UpdateCheckerTest, AChangeLogThatIsTooLongIsAFailedFetch)
+{
+    EXPECT_EQ (fetchChangeLog (HttpReply::page ("text")), "text");
+    EXPECT_EQ (fetchChangeLog (HttpReply::page (juce::String::repeatedString ("\n", 256 * 1024 + 1))), "text");
+}
+
+TEST_F (UpdateCheckerTest, AVersionThatIsTooLongIsAFailedCheck)
+{
+    const juce::String version ("macVersion:9.0.0;");
+
+    for (const auto* filling : { ";", ".", ":", "\"", "x" })
+    {
+        const auto longest = juce::String::repeatedString (filling, 4 * 1024 - version.length());
+        server.setReply (versionPath, HttpReply::page (version + longest));
+        checkVersion();
+        EXPECT_TRUE (recorder.updates.back()) << filling;
+
+        UpdateChecker other ("1.0.0");
+        const Recorder hearer (withUrl (other, server.getUrl (base)));
+        server.setReply (versionPath, HttpReply::page (version + longest + filling));
+        run (other, hearer);
+        EXPECT_FALSE (hearer.updates.back()) << filling;
+    }
 }
 
 TEST_F (UpdateCheckerTest, NotFoundPageIsNoChangeLog)

@@ -21,9 +21,11 @@ using Manner = HttpReply::Manner;
 /** Far below any time limit of the network, and enough on a machine that is busy with other things. */
 constexpr double promptMilliseconds = 1000.0;
 
+constexpr juce::int64 maxBytes = 8 * 1024 * 1024;
+
 std::optional<juce::String> read (const juce::URL& url)
 {
-    return readWebText (url, [] { return true; });
+    return readWebText (url, maxBytes, [] { return true; });
 }
 
 juce::String repeat (const juce::String& text, int numBytes)
@@ -107,6 +109,138 @@ TEST_F (WebTextTest, ReadsFiveMegabytes)
     EXPECT_EQ (readReply (HttpReply::page (body)), body);
 }
 
+TEST_F (WebTextTest, OneByteBeyondTheLimitGivesNothing)
+{
+    for (const auto limit : { 1, 10, 4096, 262144 })
+    {
+        for (const auto length : { limit - 1, limit, limit + 1 })
+        {
+            const auto body = juce::String::repeatedString ("x", length);
+            const auto path = "/" + juce::String (limit) + "/" + juce::String (length);
+            server.setReply (path, HttpReply::page (body));
+
+            const auto text = readWebText (server.getUrl (path), limit, [] { return true; });
+            EXPECT_EQ (text, length <= limit ? std::optional (body) : std::nullopt) << path;
+        }
+    }
+}
+
+TEST_F (WebTextTest, RedirectsAreRelativeToTheirPage)
+{
+    server.setReply ("/folder/target", HttpReply::page ("target"));
+    server.setReply ("/folder/target?a=1&b=%20", HttpReply::page ("query"));
+    server.setReply ("/root", HttpReply::page ("root"));
+    const auto own = server.getUrl ({}).toString (true);
+
+    const std::pair<juce::String, const char*> locations[] {
+        { "target", "target" },
+        { "/folder/target", "target" },
+        { "  target#part ", "target" },
+        { "../root", "root" },
+        { "/other/../root", "root" },
+        { own + "/root", "root" },
+        { own.replace ("http", "HTTP") + "/root", "root" },
+        { own.fromFirstOccurrenceOf ("http:", false, false) + "/root", "root" },
+        { "/folder/target?a=1&b=%20", "query" },
+        { "?again", "again" },
+    };
+
+    server.setReply ("/folder/page?again", HttpReply::page ("again"));
+
+    for (const auto& [location, text] : locations)
+    {
+        server.setReply ("/folder/page", HttpReply::redirect (location));
+        EXPECT_EQ (read (server.getUrl ("/folder/page")), juce::String (text)) << location;
+    }
+
+    auto tight = HttpReply::redirect ({});
+    tight.headers = { "location:/root" };
+    EXPECT_EQ (readReply (tight), juce::String ("root"));
+}
+
+TEST_F (WebTextTest, RedirectsLeadToWebPagesOnly)
+{
+    const auto host = server.getUrl ({}).toString (true).fromFirstOccurrenceOf ("http", false, false);
+
+    for (const auto* scheme :
+         { "ftp", "ftps", "file", "gopher", "dict", "telnet", "smb", "ldap", "javascript", "data" })
+    {
+        const auto numConnections = server.getNumConnections();
+        EXPECT_EQ (readReply (HttpReply::redirect (scheme + host + "/page")), std::nullopt) << scheme;
+        EXPECT_EQ (server.getNumConnections(), numConnections + 1) << scheme;
+    }
+
+    EXPECT_EQ (readReply (HttpReply::redirect ("file:///etc/hostname")), std::nullopt);
+    EXPECT_EQ (readReply (HttpReply::redirect ("http:/page")), std::nullopt);
+}
+
+TEST_F (WebTextTest, AllKindsOfRedirectsAreFollowed)
+{
+    server.setReply ("/target", HttpReply::page ("text"));
+
+    for (const auto* status :
+         { "301 Moved Permanently", "302 Found", "303 See Other", "307 Temporary Redirect", "308 Permanent Redirect" })
+    {
+        auto reply = HttpReply::redirect ("/target");
+        reply.status = status;
+        EXPECT_EQ (readReply (reply), juce::String ("text")) << status;
+    }
+
+    // Other answers with an address, and redirects without one, are pages like any other.
+    for (const auto* status : { "200 OK", "201 Created", "300 Multiple Choices", "304 Not Modified", "404 Not Found" })
+    {
+        auto reply = HttpReply::redirect ("/target");
+        reply.status = status;
+        EXPECT_NE (readReply (reply), juce::String ("text")) << status;
+    }
+
+    auto reply = HttpReply::page ("nowhere");
+    reply.status = "302 Found";
+    EXPECT_EQ (readReply (reply), juce::String ("nowhere"));
+}
+
+TEST (WebText, RedirectsFromAddressesOfAllForms)
+{
+    const auto resolve = [] (const char* from, const char* location)
+    {
+        const auto target = resolveRedirect (juce::URL (from), location);
+        return target.has_value() ? target->toString (true) : juce::String ("none");
+    };
+
+    EXPECT_EQ (resolve ("https://a.example/b/c?d=e", "f"), "https://a.example/b/f");
+    EXPECT_EQ (resolve ("https://a.example/b/c?d=e/f", "g"), "https://a.example/b/g");
+    EXPECT_EQ (resolve ("https://a.example/b/c", "//f.example/g"), "https://f.example/g");
+    EXPECT_EQ (resolve ("https://a.example:1/b/c", "/g"), "https://a.example:1/g");
+    EXPECT_EQ (resolve ("https://a.example", "g"), "https://a.example/g");
+    EXPECT_EQ (resolve ("https://a.example", "/g"), "https://a.example/g");
+    EXPECT_EQ (resolve ("https://a.example/b", "?g"), "https://a.example/b?g");
+    EXPECT_EQ (resolve ("https://a.example/b", "g h"), "https://a.example/g%20h");
+    EXPECT_EQ (resolve ("https://a.example/b", "g?h=i:j"), "https://a.example/g?h=i:j");
+    EXPECT_EQ (resolve ("https://a.example/b", "http://f.example/?g=h&i"), "http://f.example/?g=h&i");
+    EXPECT_EQ (resolve ("https://a.example/b", "#c"), "none");
+    EXPECT_EQ (resolve ("https://a.example/b", ""), "none");
+    EXPECT_EQ (resolve ("https://a.example/b", "mailto:f@f.example"), "none");
+    EXPECT_EQ (resolve ("https://a.example/b", "HTTPX://f.example"), "none");
+    EXPECT_EQ (resolve ("", "g"), "none");
+}
+
+TEST (WebText, BytesThatAreNoUtf8AreCharacters)
+{
+    using std::pair;
+
+    for (const auto& [bytes, text] :
+         { pair ("", ""), pair ("a", "a"), pair ("\xc3\xa9", "\xc3\xa9"),
+           pair ("\xef\xbb\xbfwith a mark", "with a mark"), pair ("Caf\xe9", "Caf\xc3\xa9"), pair ("\xe9", "\xc3\xa9"),
+           pair ("\xf0\x9f\x98", "\xc3\xb0\xc2\x9f\xc2\x98"), pair ("\xed\xa0\x80", "\xc3\xad\xc2\xa0\xc2\x80") })
+    {
+        // In memory of exactly that size, so that a sanitizer sees what is read beyond it.
+        const std::vector<char> body (bytes, bytes + std::strlen (bytes));
+        EXPECT_EQ (decodeWebText (body.data(), body.size()), juce::String::fromUTF8 (text)) << text;
+    }
+
+    EXPECT_EQ (decodeWebText ("a\0b", 3), "a");
+}
+
 TEST_F (WebTextTest, ABodyBeyondTheLimitGivesNothing)
 {
     auto reply = HttpReply::page (repeat ("0123456789abcde\n", 1024 * 1024));
@@ -164,7 +298,7 @@ TEST (WebText, NoServerGivesNothing)
 
 TEST_F (WebTextTest, MakesNoRequestWhenItIsNotToContinue)
 {
-    EXPECT_EQ (readWebText (server.getUrl ("/page"), [] { return false; }), std::nullopt);
+    EXPECT_EQ (readWebText (server.getUrl ("/page"), maxBytes, [] { return false; }), std::nullopt);
     cv::test::runMessageLoopFor (50);
     EXPECT_EQ (server.getNumConnections(), 0);
 }
@@ -174,7 +308,7 @@ double measureGivingUp (const juce::URL& url, const std::function<bool()>& isHan
 {
     auto timeOfSayingNo = 0.0;
 
-    const auto text = readWebText (url,
+    const auto text = readWebText (url, maxBytes,
                                    [&]
                                    {
                                        if (! isHanging())

@@ -2,6 +2,26 @@
 
 namespace cv::pluginCore
 {
+namespace
+{
+/** Has the system keep this code, and the libraries that it needs, in memory until the process ends, whoever
+    unloads it. False when it can't be done.
+*/
+bool keepCodeInMemory()
+{
+    const auto code = juce::File::getSpecialLocation (juce::File::currentExecutableFile);
+
+    // A program goes with its process only.
+    if (code == juce::File::getSpecialLocation (juce::File::hostApplicationPath))
+        return true;
+
+    // One more user of the library, who never says that he needs it no more.
+    static auto* const library = new juce::DynamicLibrary;
+    return library->getNativeHandle() != nullptr || library->open (code.getFullPathName());
+}
+} // namespace
+
+/** Without a leak detector, which would complain of what is left behind on purpose. */
 class BackgroundThreads::Worker final : public juce::Thread
 {
 public:
@@ -14,14 +34,24 @@ private:
 
     std::function<void()> work;
 
-    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (Worker)
+    JUCE_DECLARE_NON_COPYABLE (Worker)
 };
 
-BackgroundThreads::BackgroundThreads() = default;
+BackgroundThreads::BackgroundThreads()
+{
+    for (auto* const worker : std::exchange (getWorkersLeftBehind(), {}))
+        workers.add (worker);
+}
 
 BackgroundThreads::~BackgroundThreads()
 {
-    // The workers go with the array, each once its thread has ended.
+    if (! waitForWorkers() && keepCodeInMemory())
+    {
+        getWorkersLeftBehind().addArray (workers);
+        workers.clearQuick (false);
+    }
+
+    // Workers that are still here go with the array, each once its thread has ended.
     clearSingletonInstance();
 }
 
@@ -43,10 +73,32 @@ int BackgroundThreads::getNumRunning()
     return threads.workers.size();
 }
 
+/** True when all threads have ended, false when one hangs. */
+bool BackgroundThreads::waitForWorkers()
+{
+    const auto start = juce::Time::getMillisecondCounter();
+
+    for (deleteFinishedWorkers(); ! workers.isEmpty(); deleteFinishedWorkers())
+    {
+        if (juce::Time::getMillisecondCounter() - start > (juce::uint32) patienceMilliseconds)
+            return false;
+
+        juce::Thread::sleep (1);
+    }
+
+    return true;
+}
+
 void BackgroundThreads::deleteFinishedWorkers()
 {
     for (auto i = workers.size(); --i >= 0;)
         if (! workers.getUnchecked (i)->isThreadRunning())
             workers.remove (i);
+}
+
+juce::Array<BackgroundThreads::Worker*>& BackgroundThreads::getWorkersLeftBehind()
+{
+    static auto* const left = new juce::Array<Worker*>;
+    return *left;
 }
 } // namespace cv::pluginCore

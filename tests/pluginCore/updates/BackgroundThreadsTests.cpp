@@ -52,18 +52,46 @@ TEST (BackgroundThreads, LetGoOfTheWorkOnItsThread)
 
 TEST (BackgroundThreads, AreWaitedForAtTheEnd)
 {
+    juce::WaitableEvent mayEnd (true);
     std::atomic<int> numDone = 0;
 
     for (auto i = 0; i < 3; ++i)
         BackgroundThreads::launch ("Test Work",
                                    [&]
                                    {
-                                       juce::Thread::sleep (100);
+                                       mayEnd.wait();
                                        ++numDone;
                                    });
 
+    EXPECT_EQ (BackgroundThreads::getNumRunning(), 3);
+    mayEnd.signal();
     BackgroundThreads::deleteInstance();
+
+    // None of them stands in the way of the next.
+    EXPECT_TRUE (runMessageLoopUntil (noneIsRunning));
     EXPECT_EQ (numDone, 3);
+}
+
+TEST (BackgroundThreads, AreLeftToThemselvesAtTheEndIfTheyHang)
+{
+    juce::WaitableEvent mayEnd (true);
+    auto held = std::make_shared<int> (0);
+    const std::weak_ptr<int> watch (held);
+    BackgroundThreads::launch ("Test Work", [held = std::move (held), &mayEnd] { mayEnd.wait(); });
+
+    // Would never return if it waited.
+    BackgroundThreads::deleteInstance();
+    EXPECT_FALSE (watch.expired());
+
+    // Others are looked after as ever, and those that were left are taken over.
+    BackgroundThreads::launch ("Test Work", [] {});
+    EXPECT_TRUE (runMessageLoopUntil ([] { return BackgroundThreads::getNumRunning() == 1; }));
+    BackgroundThreads::deleteInstance();
+    EXPECT_EQ (BackgroundThreads::getNumRunning(), 1);
+
+    mayEnd.signal();
+    EXPECT_TRUE (runMessageLoopUntil (noneIsRunning));
+    EXPECT_TRUE (watch.expired());
 }
 } // namespace
 } // namespace cv::pluginCore

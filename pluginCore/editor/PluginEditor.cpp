@@ -125,11 +125,8 @@ void PluginEditor::versionCheckFinished (UpdateChecker& checker, bool updateAvai
 
 void PluginEditor::changeLogReady (UpdateChecker&, const juce::String& text)
 {
-    if (text.isEmpty())
-        return;
-
-    changeLogView.getTextEditor().setText (text, false);
-    showChangeLog();
+    if (changeLogView.setChangeLog (text))
+        showChangeLog();
 }
 
 void PluginEditor::hostFocusChanged (PluginMoveDetector&, bool lostForeground)

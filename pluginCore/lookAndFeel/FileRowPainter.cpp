@@ -1,5 +1,7 @@
 #include "lookAndFeel/FileRowPainter.h"
 
+#include "text/ShapeableText.h"
+
 namespace cv::pluginCore
 {
 namespace
@@ -82,7 +84,7 @@ void paintFileRowTexts (juce::Graphics& g,
 
     g.setColour (nameColour);
     g.setFont (nameHeightProportion * height);
-    paintText (g, name, layout.name, juce::Justification::centredLeft);
+    paintText (g, getShapeableLine (name), layout.name, juce::Justification::centredLeft);
 
     if (layout.hasDetails)
     {

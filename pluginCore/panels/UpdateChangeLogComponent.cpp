@@ -1,6 +1,7 @@
 #include "panels/UpdateChangeLogComponent.h"
 
 #include "lookAndFeel/ColourIds.h"
+#include "panels/ChangeLogText.h"
 #include "panels/UpdateChangeLogLayout.h"
 
 namespace cv::pluginCore
@@ -36,6 +37,18 @@ UpdateChangeLogComponent::UpdateChangeLogComponent (UrlOpener openUrl)
     addAndMakeVisible (textPanel);
 
     UpdateChangeLogComponent::colourChanged();
+}
+
+bool UpdateChangeLogComponent::setChangeLog (const juce::String& text)
+{
+    auto& textEditor = getTextEditor();
+    const auto shown = getShownChangeLog (text, textEditor.getFont());
+
+    if (shown.isEmpty())
+        return false;
+
+    textEditor.setText (shown, false);
+    return true;
 }
 
 void UpdateChangeLogComponent::openDownloadPage()

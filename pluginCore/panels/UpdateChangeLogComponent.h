@@ -28,7 +28,13 @@ public:
     /** The page that the download button opens; none if it is empty. */
     juce::URL downloadUrl;
 
-    /** Holds the change log. */
+    /** Takes a change log, whatever it holds and however long it is, and shows its beginning: as much as can
+        be laid out while nobody notices, with an ellipsis behind it if that isn't all. False, and the text stays
+        as it was, when there is nothing to show.
+    */
+    bool setChangeLog (const juce::String&);
+
+    /** Holds what is shown of the change log. */
     juce::TextEditor& getTextEditor() noexcept { return textPanel.getTextEditor(); }
 
     void paint (juce::Graphics&) override;

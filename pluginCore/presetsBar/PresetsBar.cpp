@@ -5,6 +5,7 @@
 #include "presetsBar/ChevronPath.h"
 #include "presetsBar/PresetFiles.h"
 #include "presetsBar/PresetsBarLayout.h"
+#include "text/ShapeableText.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
@@ -154,11 +155,13 @@ void PresetsBar::addPresetsToMenu (juce::PopupMenu& menu,
         {
             juce::PopupMenu subMenu;
             addPresetsToMenu (subMenu, child, nextItemId, paths);
-            menu.addSubMenu (child.file.getFileName(), subMenu, true, nullptr, isBelowFolder (current, child.file));
+            menu.addSubMenu (getShapeableLine (child.file.getFileName()), subMenu, true, nullptr,
+                             isBelowFolder (current, child.file));
         }
         else if (child.file != initPresetFile)
         {
-            menu.addItem (nextItemId++, child.file.getFileNameWithoutExtension(), true, child.file == current);
+            menu.addItem (nextItemId++, getShapeableLine (child.file.getFileNameWithoutExtension()), true,
+                          child.file == current);
             paths.add (child.file.getFullPathName());
         }
     }
@@ -260,6 +263,7 @@ void PresetsBar::handleAsyncUpdate()
     if (current == juce::File())
         return;
 
-    presetsButton.setButtonText (current.getFileNameWithoutExtension() + (presetsManager.isDirty() ? "*" : ""));
+    presetsButton.setButtonText (getShapeableLine (current.getFileNameWithoutExtension())
+                                 + (presetsManager.isDirty() ? "*" : ""));
 }
 } // namespace cv::pluginCore

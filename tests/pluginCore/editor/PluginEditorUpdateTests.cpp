@@ -149,6 +149,23 @@ TEST_F (PluginEditorUpdateTest, EmptyChangeLogShowsNothing)
     EXPECT_FALSE (editor.find<UpdateChangeLogComponent>()->isVisible());
 }
 
+TEST_F (PluginEditorUpdateTest, ChangeLogThatCannotBeShownShowsNothing)
+{
+    const EditorWindow editor (product);
+    UpdateChecker checker ("1.0.0");
+    editor->changeLogReady (checker, juce::String::charToString (0x301));
+    EXPECT_FALSE (editor.find<UpdateChangeLogComponent>()->isVisible());
+}
+
+TEST_F (PluginEditorUpdateTest, NobodyNoticesALongChangeLog)
+{
+    server.setReply ("/notes/changeLogMac.php",
+                     HttpReply::page (juce::String::repeatedString ("0123456789abcde\n", 256 * 1024 / 16)));
+    const EditorWindow editor (product);
+    ASSERT_TRUE (overlayAppears (editor));
+    EXPECT_LT (editor.find<UpdateChangeLogComponent>()->getTextEditor().getTotalNumChars(), 5000);
+}
+
 TEST_F (PluginEditorUpdateTest, AsksAtMostOnceADay)
 {
     set ("lastVersionCheck", now() - dayMilliseconds + 60000);

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <ctime>
+#include <malloc.h>
 #include <random>
 
 namespace cv::pluginCore
@@ -274,6 +276,60 @@ TEST_F (UpdateChangeLogComponentTest, TextStandsThereUntilItIsReplacedAndFollows
     EXPECT_EQ (component.getTextEditor().getText(), "one line");
     EXPECT_GT (component.getTextEditor().getTextHeight(), height * 3 / 2);
     EXPECT_LT (component.getTextEditor().getTextHeight(), height * 5 / 2);
+}
+
+TEST_F (UpdateChangeLogComponentTest, ShowsWhatItIsGiven)
+{
+    EXPECT_TRUE (component.setChangeLog ("It glides\x1d now."));
+    EXPECT_EQ (component.getTextEditor().getText(), "It glides now.");
+
+    for (const auto& nothing : { juce::String(), juce::String::charToString (0x301) })
+    {
+        EXPECT_FALSE (component.setChangeLog (nothing));
+        EXPECT_EQ (component.getTextEditor().getText(), "It glides now.");
+    }
+}
+
+/** The time that this thread has been at work, in milliseconds. */
+double getWorkMilliseconds()
+{
+    timespec time {};
+    clock_gettime (CLOCK_THREAD_CPUTIME_ID, &time);
+    return (double) time.tv_sec * 1e3 + (double) time.tv_nsec / 1e6;
+}
+
+/** What the program holds of the heap, in bytes. */
+size_t getHeapBytes()
+{
+    const auto info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+/** It is laid out in less than 50 ms; without limits this takes from 0.7 s to minutes. */
+TEST_F (UpdateChangeLogComponentTest, LaysOutTheLongestChangeLogsQuickly)
+{
+    constexpr auto maxMilliseconds = 400.0;
+    constexpr auto maxHeapBytes = 10000000u;
+    constexpr auto maxCharacters = 256 * 1024;
+
+    for (const auto* const text : { "\n", "a", "a ", "W\n", "0123456789abcde\n", "漢", "漢a", "あ a", "😀\n", "?!" })
+    {
+        const auto part = juce::String::fromUTF8 (text);
+        const auto changeLog = juce::String::repeatedString (part, maxCharacters / part.length());
+        component.setSize (350, 250);
+
+        const auto heapBytes = getHeapBytes();
+        auto start = getWorkMilliseconds();
+        component.setChangeLog (changeLog);
+        EXPECT_LT (getWorkMilliseconds() - start, maxMilliseconds) << text;
+        start = getWorkMilliseconds();
+        component.setSize (1050, 900);
+        EXPECT_LT (getWorkMilliseconds() - start, maxMilliseconds) << text;
+        start = getWorkMilliseconds();
+        render (component);
+        EXPECT_LT (getWorkMilliseconds() - start, maxMilliseconds) << text;
+        EXPECT_LT (getHeapBytes(), heapBytes + maxHeapBytes) << text;
+    }
 }
 } // namespace
 } // namespace cv::pluginCore

@@ -44,6 +44,16 @@ TEST_F (PresetsBarMenuTest, ListsTheBanksUnderTheirTitles)
     EXPECT_EQ (getBar().getPresetPaths(), paths);
 }
 
+TEST_F (PresetsBarMenuTest, ShowsOddNamesWithoutWhatCannotBeShaped)
+{
+    const auto name = juce::String::fromUTF8 ("O\x1c"
+                                              "d\xcc\x81\nd");
+    const auto file = writePreset (userFolder, name + "/" + name + ".test");
+
+    EXPECT_EQ (getPresetLines(), "[User Presets]\nOd d >\n  5 Od d");
+    EXPECT_EQ (getBar().getPresetPaths(), juce::StringArray (file.getFullPathName()));
+}
+
 TEST_F (PresetsBarMenuTest, ABankWithInitAloneHasATitleButNoItems)
 {
     writePreset (factoryFolder, "Init.test");

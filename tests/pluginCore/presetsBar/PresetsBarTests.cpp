@@ -42,6 +42,16 @@ TEST_F (PresetsBarTest, ABarThatOpensLaterShowsThePreset)
     EXPECT_TRUE (runMessageLoopUntil ([this] { return presetsButton().getButtonText() == "Echo"; }));
 }
 
+TEST_F (PresetsBarTest, ShowsAnOddNameWithoutWhatCannotBeShaped)
+{
+    presets.loadPreset (writePreset (userFolder, juce::String::fromUTF8 ("O\x1c"
+                                                                         "d\xcc\x81\nd.test")));
+    EXPECT_EQ (getText(), "Od d");
+
+    product.set ("level", 10.0f);
+    EXPECT_EQ (getText(), "Od d*");
+}
+
 TEST_F (PresetsBarTest, FollowsTheStoreThroughTheMessageLoop)
 {
     const auto file = writePreset (userFolder, "Echo.test", 10.0f);

@@ -1,0 +1,158 @@
+"""Runs a GoogleTest program so that it tells soon, and reliably, whether a test notices something."""
+
+import json
+import os
+import pathlib
+import re
+import resource
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+# A test program that a change sends into an endless allocation must not take the machine with it.
+TEST_MEMORY_BYTES = 8 * 1024**3
+
+# What suites may take beyond three times their usual length: a machine can be busy for a while.
+SPARE_SECONDS = 30
+
+FAILED_CASE = re.compile(r"^\[  FAILED  \] (\w\S*\.\w\S*?)[, ]", re.MULTILINE)
+
+CAUGHT, TIMED_OUT, NOT_COMPILED, SURVIVED = "caught", "timed out", "does not compile", "survived"
+
+
+class Failure(Exception):
+    """Something that ends the whole run, told to the user without a stack trace."""
+
+
+class Display:
+    """A display of the tests' own, if this machine can make one; else they use the user's."""
+
+    def __enter__(self):
+        self.server = None
+
+        if shutil.which("Xvfb"):
+            reader, writer = os.pipe()
+            self.server = subprocess.Popen(
+                ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1600x1200x24", "-noreset"],
+                pass_fds=[writer], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+            )
+            os.close(writer)
+
+            with os.fdopen(reader) as pipe:
+                os.environ["DISPLAY"] = ":" + pipe.readline().strip()
+
+        return self
+
+    def __exit__(self, *_):
+        if self.server:
+            self.server.terminate()
+            self.server.wait()
+
+
+class Tests:
+    """The test program's cases, in suites, nearest to a source first."""
+
+    def __init__(self, program, copy, arguments):
+        self.program, self.arguments = program, arguments
+        self.folders = find_suite_files(copy)
+        listed = subprocess.run(
+            [program, "--gtest_list_tests", f"--gtest_filter={arguments.filter}"], capture_output=True, text=True,
+        ).stdout
+        self.suites = re.findall(r"^(\S+)\.(?:\s|$)", listed, re.MULTILINE)
+        self.seconds = {}
+
+    def measure(self, folder):
+        """Runs everything once, which has to pass, and notes how long the suites take. Returns the sum in seconds."""
+        times = folder / "times.json"
+        outcome, failed = self.run_suites(self.suites, None, [f"--gtest_output=json:{times}"])
+
+        if outcome != SURVIVED:
+            raise Failure(f"without any change, the tests end with: {outcome} {' '.join(failed)}")
+
+        suites = json.loads(times.read_text())["testsuites"]
+        self.seconds = {suite["name"]: float(suite["time"].rstrip("s")) for suite in suites}
+        return sum(self.seconds.values())
+
+    def get_limit(self, suites):
+        usual = sum(self.seconds.get(suite, 0.0) for suite in suites)
+        return self.arguments.time_limit or 3 * usual + SPARE_SECONDS
+
+    def try_all(self, source):
+        """Whether a test notices what has been done to a source, and which did."""
+        for suites in self.in_order_for(source):
+            outcome, failed = self.run_suites(suites, self.get_limit(suites))
+
+            if outcome != SURVIVED:
+                return outcome, failed
+
+        return SURVIVED, []
+
+    def in_order_for(self, source):
+        source = pathlib.PurePosixPath(source)
+        same_name, same_folder, others = [], [], []
+
+        for suite in self.suites:
+            file = self.folders.get(suite.split("/")[0])
+            is_near = file is not None and file.parent == source.parent
+            near = same_name if is_near and file.name.startswith(source.stem) else same_folder
+            (near if is_near else others).append(suite)
+
+        return [group for group in (same_name, same_folder, others) if group]
+
+    def run_suites(self, suites, limit, options=()):
+        shards = 1 if options else self.arguments.shards
+        ignored = self.arguments.filter.partition("-")[2].split(":")
+
+        while True:
+            chosen = ":".join(f"{suite}.*" for suite in suites)
+            outcome, failed = self.run_once(f"{chosen}-{':'.join(filter(None, ignored))}", limit, shards, options)
+
+            # A crash or a standstill counts, a failure that doesn't come again doesn't.
+            if outcome != CAUGHT or not failed or self.run_once(":".join(failed), limit)[0] != SURVIVED:
+                return outcome, failed
+
+            ignored += failed
+
+    def run_once(self, chosen, limit, shards=1, options=()):
+        # A home for each, which also keeps the settings of one run from the next. What a test leaves running may still
+        # write there.
+        with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as home:
+            processes = [self.start(chosen, home, shard, shards, options) for shard in range(shards)]
+            outputs, outcome, deadline = [], SURVIVED, limit and time.monotonic() + limit
+
+            try:
+                for process in processes:
+                    left = deadline and max(deadline - time.monotonic(), 0.1)
+                    outputs.append(process.communicate(timeout=left)[0])
+                    outcome = outcome if process.returncode == 0 else CAUGHT
+            except subprocess.TimeoutExpired:
+                outcome = TIMED_OUT
+            finally:
+                for process in processes:
+                    if process.poll() is None:
+                        os.killpg(process.pid, signal.SIGKILL)
+                        process.communicate()
+
+        return outcome, sorted(set(FAILED_CASE.findall("\n".join(outputs))))
+
+    def start(self, chosen, home, shard, shards, options):
+        environment = dict(os.environ, HOME=home, GTEST_TOTAL_SHARDS=str(shards), GTEST_SHARD_INDEX=str(shard))
+        return subprocess.Popen(
+            [self.program, f"--gtest_filter={chosen}", "--gtest_fail_fast", "--gtest_brief=1", *options],
+            stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace", env=environment,
+            start_new_session=True,
+            preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (TEST_MEMORY_BYTES, TEST_MEMORY_BYTES)),
+        )
+
+
+def find_suite_files(copy):
+    """The test file of each suite, as the path that a source beside it would have."""
+    files = {}
+
+    for path in (copy / "tests").rglob("*.cpp"):
+        for suite in re.findall(r"^TEST(?:_[FP])?\s*\((\w+),", path.read_text(), re.MULTILINE):
+            files[suite] = pathlib.PurePosixPath(path.relative_to(copy / "tests").as_posix())
+
+    return files

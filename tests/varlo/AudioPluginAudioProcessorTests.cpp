@@ -142,6 +142,52 @@ TEST (AudioPluginAudioProcessor, BlockBeforeActivationIsCleared)
     EXPECT_GT (harness.render (input).getMagnitude (0, 512), 0.1f);
 }
 
+/** Gives a processor a layout that it refuses, past JUCE's question for it. */
+void forceLayout (juce::AudioProcessor& processor, int numInputs, int numOutputs)
+{
+    struct Access : juce::AudioProcessor
+    {
+        using AudioProcessor::applyBusLayouts;
+    };
+
+    juce::AudioProcessor::BusesLayout layout;
+    layout.inputBuses.add (juce::AudioChannelSet::canonicalChannelSet (numInputs));
+    layout.outputBuses.add (juce::AudioChannelSet::canonicalChannelSet (numOutputs));
+    ASSERT_TRUE ((processor.*&Access::applyBusLayouts) (layout));
+}
+
+TEST (AudioPluginAudioProcessor, WithoutChannelsOneWayClearsTheBlock)
+{
+    for (const auto& [numInputs, numOutputs] : { std::pair (0, 2), std::pair (2, 0), std::pair (0, 0) })
+    {
+        ProcessorHarness harness;
+        harness.prepare();
+        forceLayout (harness.processor, numInputs, numOutputs);
+        ASSERT_EQ (harness.processor.getTotalNumInputChannels(), numInputs);
+        ASSERT_EQ (harness.processor.getTotalNumOutputChannels(), numOutputs);
+
+        const auto input = toBuffer ({ noise (512, 1), noise (512, 2) });
+        EXPECT_EQ (harness.render (input).getMagnitude (0, 512), 0.0f) << numInputs << ' ' << numOutputs;
+    }
+}
+
+TEST (AudioPluginAudioProcessor, PassesTheDrySignalOfAThirdChannel)
+{
+    ProcessorHarness harness;
+    harness.set ("mix", 0.0f);
+    harness.prepare();
+
+    juce::AudioBuffer<float> input (3, 512);
+
+    for (auto channel = 0; channel < 3; ++channel)
+        input.copyFrom (channel, 0, noise (512, channel).data(), 512);
+
+    const auto output = harness.render (input);
+
+    for (auto channel = 0; channel < 3; ++channel)
+        EXPECT_EQ (firstDifference (channelOf (output, channel), channelOf (input, channel)), -1) << channel;
+}
+
 TEST (AudioPluginAudioProcessor, PrepareWithABadRateLeavesTheSoundAsItWas)
 {
     ProcessorHarness disturbed;
@@ -302,6 +348,24 @@ TEST (AudioPluginAudioProcessor, RunsOnAHundredInstances)
         instances.push_back (std::make_unique<AudioPluginAudioProcessor>());
 
     EXPECT_EQ (instances.back()->getName(), "Varlo");
+}
+
+TEST (AudioPluginAudioProcessor, PrepareWithABadRateLeavesTheLengthOfAJump)
+{
+    ProcessorHarness harness;
+    harness.set ("delay", 200.0f);
+    harness.set ("feedback", 0.0f);
+    harness.set ("mix", 100.0f);
+    harness.prepare (oneSecond, 512);
+    harness.playHead.position = FakePlayHead::playingAt (0);
+    harness.render (toBuffer ({ noise (512, 11), noise (512, 12) }));
+
+    // A jump for blocks of 512 samples, none for blocks of 8192.
+    harness.processor.prepareToPlay (0.0, 8192);
+    harness.playHead.position = FakePlayHead::playingAt (10000);
+
+    const auto silence = toBuffer ({ constant (oneSecond / 2, 0.0f), constant (oneSecond / 2, 0.0f) });
+    EXPECT_EQ (harness.render (silence).getMagnitude (0, oneSecond / 2), 0.0f);
 }
 } // namespace
 } // namespace cv::varlo

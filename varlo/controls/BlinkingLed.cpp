@@ -41,6 +41,12 @@ void BlinkingLed::setLit (bool shouldBeLit)
         repaint();
 }
 
+std::optional<int> BlinkingLed::getFlashMs (int blinkIntervalMs) noexcept
+{
+    const auto flashMs = juce::jmin (blinkIntervalMs / 4, longestFlashMs);
+    return flashMs < shortestFlashMs ? std::nullopt : std::optional (flashMs);
+}
+
 void BlinkingLed::timerCallback()
 {
     lastBlinkTimeMs = juce::Time::getMillisecondCounterHiRes();
@@ -50,12 +56,12 @@ void BlinkingLed::timerCallback()
 
     setLit (true);
 
-    const auto flashMs = juce::jmin (blinkIntervalMs / 4, longestFlashMs);
+    const auto flashMs = getFlashMs (blinkIntervalMs);
 
-    if (flashMs < shortestFlashMs)
+    if (! flashMs.has_value())
         return;
 
-    juce::Timer::callAfterDelay (flashMs,
+    juce::Timer::callAfterDelay (*flashMs,
                                  [led = juce::Component::SafePointer<BlinkingLed> (this)]
                                  {
                                      if (led != nullptr)

@@ -2,6 +2,8 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <optional>
+
 namespace cv::varlo
 {
 /** A round lamp that flashes once in every interval, for a quarter of it and 40 ms at most. Where a quarter would
@@ -17,6 +19,9 @@ public:
         counts from the next flash on, a shorter one at once.
     */
     void setBlinkInterval (int ms);
+
+    /** How long a flash lasts when they follow each other after so many milliseconds; none where it doesn't end. */
+    static std::optional<int> getFlashMs (int blinkIntervalMs) noexcept;
 
     /** The colour of the lit lamp. */
     void setLedColour (juce::Colour);

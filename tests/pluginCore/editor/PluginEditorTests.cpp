@@ -63,6 +63,13 @@ TEST_F (PluginEditorTest, OpensAtTheDefaultSize)
     EXPECT_EQ (openingSize(), Size (800, 400));
 }
 
+TEST_F (PluginEditorTest, OpensAtTheDefaultHeightToo)
+{
+    // As high as it is wide, it would not fit the display and be made smaller.
+    setDefaultSize ("1300", "650");
+    EXPECT_EQ (openingSize(), Size (1300, 650));
+}
+
 TEST_F (PluginEditorTest, IgnoresDefaultsThatAreNoSize)
 {
     for (const auto* text : { "0", "-5", "", "wide" })
@@ -162,6 +169,14 @@ TEST_F (PluginEditorTest, CornerIsAProportionOfTheHeight)
     EXPECT_EQ (editor.find<juce::ResizableCornerComponent>()->getBounds(), juce::Rectangle<int> (780, 380, 20, 20));
     EXPECT_TRUE (editor.find<juce::ResizableCornerComponent>()->isAlwaysOnTop());
     EXPECT_TRUE (editor->isResizable());
+}
+
+TEST_F (PluginEditorTest, CornerIsRoundedToWholePixels)
+{
+    const EditorWindow editor (product);
+    editor->setSize (716, 358); // a corner of 17.9
+    EXPECT_EQ (editor->getResizerSize(), 18);
+    EXPECT_EQ (editor.find<juce::ResizableCornerComponent>()->getBounds(), juce::Rectangle<int> (698, 340, 18, 18));
 }
 
 TEST_F (PluginEditorTest, TellsTheLookOfItsSize)
@@ -294,6 +309,36 @@ TEST_F (PluginEditorTest, OpensAndClosesTwoHundredTimesWithoutGrowth)
 #else
     juce::ignoreUnused (before);
 #endif
+}
+
+/** An editor that notes who tells it of its moves. */
+class WatchedEditor final : public PluginEditor
+{
+public:
+    explicit WatchedEditor (TestProduct& product) : PluginEditor (product) {}
+
+    SizeLimits getEditorSizeLimits() const override { return { 100, 100, 10000, 10000 }; }
+
+    double getEditorAspectRatio() const override { return 2.0; }
+
+    void pluginMoved (PluginMoveDetector& source) override { detector = &source; }
+
+    PluginMoveDetector* detector = nullptr;
+};
+
+TEST_F (PluginEditorTest, LooksForMovesEvery59Milliseconds)
+{
+    WatchedEditor editor (product);
+    editor.open();
+    editor.setWantsKeyboardFocus (true);
+    editor.addToDesktop (0);
+    editor.setTopLeftPosition (30, 40);
+    editor.setVisible (true);
+    editor.toFront (true);
+
+    ASSERT_TRUE (runMessageLoopUntil ([&] { return editor.detector != nullptr; }));
+    EXPECT_TRUE (editor.detector->isTimerRunning());
+    EXPECT_EQ (editor.detector->getTimerInterval(), 59);
 }
 } // namespace
 } // namespace cv::pluginCore

@@ -1,10 +1,12 @@
 #include "editor/PluginEditor.h"
 
 #include "support/EditorWindow.h"
+#include "support/FixedTime.h"
 #include "support/HttpServer.h"
 #include "support/MessageLoop.h"
 #include "support/PresetSandbox.h"
 #include "support/TemporaryHome.h"
+#include "support/ThreadPriority.h"
 
 #include <gmock/gmock.h>
 
@@ -13,6 +15,8 @@ namespace cv::pluginCore
 namespace
 {
 using cv::test::EditorWindow;
+using cv::test::FixedTime;
+using cv::test::getStartPriority;
 using cv::test::HttpReply;
 using cv::test::HttpServer;
 using cv::test::PresetSandbox;
@@ -172,7 +176,32 @@ TEST_F (PluginEditorUpdateTest, AsksAtMostOnceADay)
     EXPECT_EQ (requestsAfterOpening(), 0);
 
     set ("lastVersionCheck", now() - dayMilliseconds - 1);
-    EXPECT_GT (requestsAfterOpening(), 0);
+    const EditorWindow editor (product);
+    EXPECT_TRUE (runMessageLoopUntil ([&] { return server.getRequests().size() > 0; }));
+}
+
+TEST_F (PluginEditorUpdateTest, AsksFromTheMillisecondOnWithWhichTheDayIsOver)
+{
+    const auto time = now();
+    const FixedTime fixedTime (time);
+
+    set ("lastVersionCheck", time - dayMilliseconds + 1);
+    EXPECT_EQ (requestsAfterOpening(), 0);
+
+    set ("lastVersionCheck", time - dayMilliseconds);
+    const EditorWindow editor (product);
+    EXPECT_TRUE (runMessageLoopUntil ([&] { return server.getRequests().size() > 0; }));
+}
+
+TEST_F (PluginEditorUpdateTest, AsksNothingBeforeACheckOfTheFuture)
+{
+    // A clock that was wrong once, and by how much nobody knows.
+    for (const auto time : { now() + 1000, now() + dayMilliseconds, now() + 1000 * dayMilliseconds,
+                             std::numeric_limits<juce::int64>::max() })
+    {
+        set ("lastVersionCheck", time);
+        EXPECT_EQ (requestsAfterOpening(), 0) << time;
+    }
 }
 
 TEST_F (PluginEditorUpdateTest, AsksOnlyWhereTheSettingIsOne)
@@ -213,6 +242,35 @@ TEST_F (PluginEditorUpdateTest, EditorClosesWhileACheckRuns)
     EXPECT_EQ (get ("lastVersionCheck"), 0);
 }
 
+/** An editor that notes with which priority its checks run. */
+class WatchedEditor final : public PluginEditor
+{
+public:
+    explicit WatchedEditor (TestProduct& product) : PluginEditor (product) {}
+
+    SizeLimits getEditorSizeLimits() const override { return { 100, 100, 10000, 10000 }; }
+
+    double getEditorAspectRatio() const override { return 2.0; }
+
+    void versionCheckFinished (UpdateChecker& checker, bool updateAvailable, juce::int64 releaseTimeMs) override
+    {
+        priorities.push_back (getStartPriority (checker).value_or (normal));
+        PluginEditor::versionCheckFinished (checker, updateAvailable, releaseTimeMs);
+        priorities.push_back (getStartPriority (checker).value_or (normal));
+    }
+
+    static constexpr auto normal = juce::Thread::Priority::normal;
+    std::vector<juce::Thread::Priority> priorities;
+};
+
+TEST_F (PluginEditorUpdateTest, RequestsRunAtNormalPriority)
+{
+    WatchedEditor editor (product);
+    editor.open();
+    ASSERT_TRUE (runMessageLoopUntil ([&] { return server.getRequests().size() == 2; }));
+    EXPECT_THAT (editor.priorities, testing::ElementsAre (WatchedEditor::normal, WatchedEditor::normal));
+}
+
 /** What a finished check of a given outcome leads to, without any server. */
 class PluginEditorPolicyTest : public PluginEditorUpdateTest
 {
@@ -249,6 +307,33 @@ TEST_F (PluginEditorPolicyTest, ShowsANewVersionOnItsFirstDayAndThenOnceAWeek)
     EXPECT_FALSE (fetchesChangeLog (false, fresh, longAgo));
     EXPECT_TRUE (fetchesChangeLog (true, std::numeric_limits<juce::int64>::max(), lately));
     EXPECT_FALSE (fetchesChangeLog (true, std::numeric_limits<juce::int64>::min(), lately));
+}
+
+TEST_F (PluginEditorPolicyTest, DayAndWeekEndToTheMillisecond)
+{
+    const auto time = now();
+    const FixedTime fixedTime (time);
+    const auto never = std::numeric_limits<juce::int64>::min();
+
+    // Fresh until a day has passed since the release.
+    EXPECT_TRUE (fetchesChangeLog (true, time - dayMilliseconds + 1, time - 1));
+    EXPECT_FALSE (fetchesChangeLog (true, time - dayMilliseconds, time - 1));
+
+    // Due again once more than a week has passed since the last change log.
+    EXPECT_FALSE (fetchesChangeLog (true, never, time - weekMilliseconds));
+    EXPECT_TRUE (fetchesChangeLog (true, never, time - weekMilliseconds - 1));
+}
+
+TEST_F (PluginEditorPolicyTest, ChangeLogLiesOverAllElse)
+{
+    const EditorWindow editor (product);
+    UpdateChecker checker ("1.0.0");
+    editor->changeLogReady (checker, "It glides now.");
+
+    auto& overlay = *editor.find<UpdateChangeLogComponent>();
+    ASSERT_TRUE (overlay.isVisible());
+    auto* const top = editor->getComponentAt (editor.find<PluginHeaderComponent>()->getBounds().getCentre());
+    EXPECT_TRUE (top == &overlay || overlay.isParentOf (top));
 }
 } // namespace
 } // namespace cv::pluginCore

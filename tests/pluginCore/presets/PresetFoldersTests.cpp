@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdlib>
+
 namespace cv::pluginCore
 {
 namespace
@@ -17,6 +19,24 @@ TEST (PresetFolders, FollowTheSystemsCustom)
 {
     const TemporaryHome home;
     const auto folders = DataFolders::ofThisSystem();
+
+    EXPECT_EQ (folders.machine.getFullPathName(), "/usr/share");
+    EXPECT_EQ (folders.user, home.getFile (".local/share"));
+}
+
+TEST (PresetFolders, AskNoEnvironmentForTheirPlace)
+{
+    const TemporaryHome home;
+    const ScratchFolder elsewhere;
+    const auto former = juce::SystemStats::getEnvironmentVariable ("XDG_DATA_HOME", {});
+
+    setenv ("XDG_DATA_HOME", elsewhere.getFolder().getFullPathName().toRawUTF8(), 1);
+    const auto folders = DataFolders::ofThisSystem();
+
+    if (former.isEmpty())
+        unsetenv ("XDG_DATA_HOME");
+    else
+        setenv ("XDG_DATA_HOME", former.toRawUTF8(), 1);
 
     EXPECT_EQ (folders.machine.getFullPathName(), "/usr/share");
     EXPECT_EQ (folders.user, home.getFile (".local/share"));

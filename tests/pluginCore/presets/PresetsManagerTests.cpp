@@ -1,5 +1,6 @@
 #include "presets/PresetsManager.h"
 
+#include "support/CurrentPresetLog.h"
 #include "support/PresetListenerLog.h"
 #include "support/PresetSandbox.h"
 #include "support/TestProduct.h"
@@ -13,6 +14,7 @@ namespace cv::pluginCore
 {
 namespace
 {
+using cv::test::CurrentPresetLog;
 using cv::test::PresetListenerLog;
 using cv::test::PresetSandbox;
 using cv::test::TestProduct;
@@ -77,6 +79,14 @@ TEST_F (PresetsManagerTest, LoadAppliesThePresetAndEndsClean)
     EXPECT_EQ (presets.getCurrentPresetFile(), file);
     EXPECT_FALSE (presets.isDirty());
     EXPECT_EQ (log.takeEvents(), "dirty, clean, loaded a.test");
+}
+
+TEST_F (PresetsManagerTest, LoadMakesThePresetCurrentBeforeTheParametersMove)
+{
+    const CurrentPresetLog presetsAtMoves (product, "level");
+    presets.loadPreset (writePreset ("a.test", presetText (10.0f, 20.0f)));
+    presets.loadPreset (writePreset ("b.test", presetText (30.0f, 20.0f)));
+    EXPECT_EQ (presetsAtMoves.names, juce::StringArray ("a.test", "b.test"));
 }
 
 TEST_F (PresetsManagerTest, LoadingThePresentSoundSendsNoChangeOfTheMark)

@@ -57,6 +57,18 @@ protected:
         ASSERT_TRUE (runMessageLoopUntil ([] { return findBrowser() == nullptr; }));
     }
 
+    /** The question that a dialog asks; null while there is none. */
+    static juce::AlertWindow* findQuestion()
+    {
+        auto& modals = *juce::ModalComponentManager::getInstance();
+
+        for (auto i = 0; i < modals.getNumModalComponents(); ++i)
+            if (auto* question = dynamic_cast<juce::AlertWindow*> (modals.getModalComponent (i)))
+                return question;
+
+        return nullptr;
+    }
+
     static void choose (const juce::File& file)
     {
         findBrowser()->setFileName (file.getFullPathName());
@@ -123,6 +135,45 @@ TEST_F (SaveDialogTest, RemembersTheFolderWithinTheUserBank)
 
     folder.deleteRecursively();
     EXPECT_EQ (open(), userFolder());
+}
+
+TEST_F (SaveDialogTest, AsksBeforeItOverwrites)
+{
+    const auto file = userFolder().getChildFile ("mine.test");
+    file.replaceWithText ("precious");
+
+    const auto chooseAndAnswer = [&] (const juce::String& answer)
+    {
+        findBrowser()->setFileName (file.getFullPathName());
+        findComponent<juce::Button> (*findBrowser()->getTopLevelComponent(),
+                                     [] (auto& button) { return button.getButtonText() == "Save"; })
+            ->triggerClick();
+        ASSERT_TRUE (runMessageLoopUntil ([] { return findQuestion() != nullptr; }));
+        EXPECT_EQ (file.loadFileAsString(), "precious");
+        findQuestion()->triggerButtonClick (answer);
+        ASSERT_TRUE (runMessageLoopUntil ([] { return findQuestion() == nullptr; }));
+    };
+
+    open();
+    chooseAndAnswer ("Cancel");
+    runMessageLoopFor (50);
+    ASSERT_NE (findBrowser(), nullptr);
+    EXPECT_EQ (file.loadFileAsString(), "precious");
+    EXPECT_EQ (presets.getCurrentPresetFile(), juce::File());
+
+    chooseAndAnswer ("Overwrite");
+    ASSERT_TRUE (runMessageLoopUntil ([] { return findBrowser() == nullptr; }));
+    EXPECT_EQ (presets.getCurrentPresetFile(), file);
+    EXPECT_TRUE (file.loadFileAsString().contains ("<TestProduct"));
+}
+
+TEST_F (SaveDialogTest, ShowsPresetsAlone)
+{
+    open();
+    EXPECT_TRUE (findBrowser()->isFileSuitable (userFolder().getChildFile ("a.test")));
+    EXPECT_FALSE (findBrowser()->isFileSuitable (userFolder().getChildFile ("a.txt")));
+    EXPECT_FALSE (findBrowser()->isFileSuitable (userFolder().getChildFile ("a")));
+    press ("Cancel");
 }
 
 TEST_F (SaveDialogTest, SecondDialogReplacesTheFirst)

@@ -79,6 +79,21 @@ TEST_F (PresetsMenuWindowTest, AClickOnAnItemLoadsThePreset)
     EXPECT_TRUE (closed());
 }
 
+TEST_F (PresetsMenuWindowTest, ItemsAreRoundedToWholePixels)
+{
+    writePreset (userFolder, "a.test");
+    juce::Component window;
+    show (window);
+    getBar().setBounds (20, 10, 300, 41);
+    ASSERT_EQ (presetsButton().getHeight(), 41);
+
+    auto* const menu = openMenu();
+    ASSERT_NE (menu, nullptr);
+    EXPECT_EQ (menu->getChildComponent (menu->getNumChildComponents() - 1)->getHeight(), 29); // of 28.7
+    juce::PopupMenu::dismissAllActiveMenus();
+    EXPECT_TRUE (closed());
+}
+
 TEST_F (PresetsMenuWindowTest, OpensWithoutAnEditorToo)
 {
     juce::Component window;

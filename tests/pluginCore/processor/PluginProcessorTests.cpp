@@ -161,5 +161,75 @@ TEST_F (PluginProcessorTest, SmallerMaximumLatencyKeepsTheLongerLine)
 
     EXPECT_THAT (cv::test::positionsAbove (bypass (cv::test::impulse (256)), 0.0f), testing::ElementsAre (80));
 }
+
+TEST_F (PluginProcessorTest, LargerMaximumLatencyMakesALongerLine)
+{
+    product.maximumLatency = 10;
+    prepare();
+    product.maximumLatency = 100;
+    product.setLatencySamples (100);
+    prepare();
+
+    EXPECT_THAT (cv::test::positionsAbove (bypass (cv::test::impulse (256)), 0.0f), testing::ElementsAre (100));
+}
+
+TEST_F (PluginProcessorTest, BadRateMakesTheBypassLineAllTheSame)
+{
+    for (const auto rate : { 0.0, -1.0 })
+    {
+        TestProduct another (sandbox.getLocations());
+        another.maximumLatency = 100;
+        another.setLatencySamples (100);
+        another.prepareToPlay (rate, 256);
+
+        const auto signal = cv::test::impulse (256);
+        auto buffer = toBuffer ({ signal, signal });
+        juce::MidiBuffer midi;
+        another.processBlockBypassed (buffer, midi);
+        EXPECT_THAT (cv::test::positionsAbove (channelOf (buffer, 1), 0.0f), testing::ElementsAre (100)) << rate;
+    }
+}
+
+/** An action that does nothing but take up room in the history. */
+class Weight final : public juce::UndoableAction
+{
+public:
+    explicit Weight (int sizeInUnits) : units (sizeInUnits) {}
+
+    bool perform() override { return true; }
+
+    bool undo() override { return true; }
+
+    int getSizeInUnits() override { return units; }
+
+private:
+    const int units;
+};
+
+TEST_F (PluginProcessorTest, UndoHistoryKeepsThirtyThousandUnitsAndThirtyTransactionsAtLeast)
+{
+    auto& manager = product.getUndoManager();
+    const auto countAfter = [&] (int numTransactions, int unitsOfEach)
+    {
+        manager.clearUndoHistory();
+
+        for (auto i = 0; i < numTransactions; ++i)
+        {
+            manager.beginNewTransaction();
+            manager.perform (new Weight (unitsOfEach));
+        }
+
+        auto count = 0;
+
+        while (manager.undo())
+            ++count;
+
+        return count;
+    };
+
+    EXPECT_EQ (countAfter (100, 100), 100);
+    EXPECT_EQ (countAfter (100, 500), 60) << "as many as make up 30000 units";
+    EXPECT_EQ (countAfter (100, 10000), 30) << "however large they are";
+}
 } // namespace
 } // namespace cv::pluginCore

@@ -1,3 +1,4 @@
+#include "support/CurrentPresetLog.h"
 #include "support/PresetListenerLog.h"
 #include "support/PresetSandbox.h"
 #include "support/TestProduct.h"
@@ -8,6 +9,7 @@ namespace cv::pluginCore
 {
 namespace
 {
+using cv::test::CurrentPresetLog;
 using cv::test::PresetListenerLog;
 using cv::test::PresetSandbox;
 using cv::test::TestProduct;
@@ -244,6 +246,25 @@ TEST_F (ProjectStateTest, CleanProjectComesBackCleanThoughParametersMove)
                           "<lastPreset root='USER' path='a.test' dirty='0'/></TestProduct>");
     EXPECT_FALSE (product.getPresetsManager().isDirty());
     EXPECT_EQ (log.takeEvents(), "dirty, clean");
+}
+
+TEST_F (ProjectStateTest, PresetIsCurrentBeforeTheParametersMove)
+{
+    const CurrentPresetLog presetsAtMoves (product, "level");
+    openProject (product, "<TestProduct><PARAMS><PARAM id='level' value='10'/></PARAMS>"
+                          "<lastPreset root='USER' path='a.test' dirty='0'/></TestProduct>");
+    EXPECT_EQ (presetsAtMoves.names, juce::StringArray ("a.test"));
+}
+
+TEST_F (ProjectStateTest, EmptySettingsEmptyTheSettings)
+{
+    product.settingsTree.setProperty ("s", 1, nullptr);
+    product.settingsTree.appendChild (juce::ValueTree ("child"), nullptr);
+    openProject (product, "<TestProduct><Settings/></TestProduct>");
+
+    EXPECT_EQ (product.settingsTree.getNumProperties(), 0);
+    EXPECT_EQ (product.settingsTree.getNumChildren(), 0);
+    EXPECT_TRUE (textOf (saveProject (product)).contains ("<Settings/>"));
 }
 
 TEST_F (ProjectStateTest, MarkIsReadByItsFirstLetter)

@@ -267,5 +267,15 @@ TEST_F (PluginGlobalSettingsTest, LiveAsLongAsAnyPlugin)
     second.reset();
     EXPECT_EQ (stored(), "<settings defaultWidth=\"800\"/>");
 }
+
+TEST_F (PluginGlobalSettingsTest, AreStoredAsNoneOnceTheirTreeIsGone)
+{
+    PluginGlobalSettings (product).getValues().setProperty ("defaultWidth", "800", nullptr);
+    PluginGlobalSettings (product).getValues() = juce::ValueTree();
+
+    const PluginGlobalSettings settings (product);
+    EXPECT_TRUE (settings.getValues().hasType ("settings"));
+    EXPECT_EQ (settings.getValues().getNumProperties(), 0);
+}
 } // namespace
 } // namespace cv::pluginCore

@@ -132,5 +132,45 @@ TEST (TreeMerge, WalksThroughChildrenOnce)
         EXPECT_LT (cv::test::measureGrowth (500, 16, make, empty), 80.0) << sameType;
     }
 }
+
+/** Notes the edits of a tree, in order. */
+class EditLog final : public juce::ValueTree::Listener
+{
+public:
+    explicit EditLog (juce::ValueTree& treeToWatch) : tree (treeToWatch) { tree.addListener (this); }
+
+    ~EditLog() override { tree.removeListener (this); }
+
+    std::vector<juce::String> edits;
+
+private:
+    void valueTreePropertyChanged (juce::ValueTree& changed, const juce::Identifier& name) override
+    {
+        edits.push_back (changed.getType() + (changed.hasProperty (name) ? " sets " : " drops ") + name);
+    }
+
+    void valueTreeChildAdded (juce::ValueTree& parent, juce::ValueTree& child) override
+    {
+        edits.push_back (parent.getType() + " gets " + child.getType() + child["i"].toString());
+    }
+
+    void valueTreeChildRemoved (juce::ValueTree& parent, juce::ValueTree& child, int) override
+    {
+        edits.push_back (parent.getType() + " loses " + child.getType() + child["i"].toString());
+    }
+
+    juce::ValueTree& tree;
+};
+
+TEST (TreeMerge, EditsInAFixedOrder)
+{
+    auto destination = treeFrom ("<t a='1' b='2' c='3'><X i='1'/><Y i='1'/><X i='2'/><X i='3'/></t>");
+    const EditLog log (destination);
+    mergeTree (treeFrom ("<t n='1' c='4' m='2'><Z i='1'/><X k='5'/><Z i='2'/></t>"), destination);
+
+    EXPECT_THAT (log.edits,
+                 testing::ElementsAre ("t drops b", "t drops a", "t sets n", "t sets c", "t sets m", "t loses X3",
+                                       "t loses X2", "t loses Y1", "t gets Z1", "t gets Z2", "X drops i", "X sets k"));
+}
 } // namespace
 } // namespace cv::pluginCore

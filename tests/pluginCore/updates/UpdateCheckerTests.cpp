@@ -136,6 +136,11 @@ const Answer answers[] = {
     { "0.0.0 beta 1", "", true },
 };
 
+TEST_F (UpdateCheckerTest, HasANameForDebuggers)
+{
+    EXPECT_EQ (checker.getThreadName(), "Web Updater");
+}
+
 TEST_F (UpdateCheckerTest, ComparesTheVersionOfTheAnswer)
 {
     std::vector<std::unique_ptr<UpdateChecker>> checkers;

@@ -98,6 +98,17 @@ TEST_F (BlinkingLedTest, AFlashLastsAQuarterOfTheIntervalAndAtMost40Milliseconds
     EXPECT_LT (shortFlashes[0], 36.0);
 }
 
+TEST_F (BlinkingLedTest, FlashesAreAQuarterOfTheIntervalWithin20And40Milliseconds)
+{
+    EXPECT_EQ (BlinkingLed::getFlashMs (10000), 40);
+    EXPECT_EQ (BlinkingLed::getFlashMs (164), 40);
+    EXPECT_EQ (BlinkingLed::getFlashMs (160), 40);
+    EXPECT_EQ (BlinkingLed::getFlashMs (159), 39);
+    EXPECT_EQ (BlinkingLed::getFlashMs (80), 20);
+    EXPECT_EQ (BlinkingLed::getFlashMs (79), std::nullopt);
+    EXPECT_EQ (BlinkingLed::getFlashMs (0), std::nullopt);
+}
+
 TEST_F (BlinkingLedTest, StaysLitBelowAnIntervalOf80Milliseconds)
 {
     led->setBlinkInterval (79);

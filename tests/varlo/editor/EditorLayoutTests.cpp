@@ -42,6 +42,15 @@ TEST (EditorLayoutTest, FollowsTheSameRulesWhenSmall)
     EXPECT_EQ (layout.mix, Area (81, 74, 11, 25));
 }
 
+TEST (EditorLayoutTest, SharesTheHeightInDoublePrecision)
+{
+    // Of the 90 units below the header 0.7 are 63 in single precision, a hair under that in double.
+    const auto layout = layOutEditor (204, 102);
+    EXPECT_EQ (layout.header, Area (0, 0, 204, 12));
+    EXPECT_EQ (layout.spectrogram, Area (5, 12, 194, 60));
+    EXPECT_EQ (layout.delay.getY(), 12 + 62 + 1);
+}
+
 TEST (EditorLayoutTest, HasNothingToShareOutInNoSpace)
 {
     for (const auto& area : getAreas (layOutEditor (0, 0)))

@@ -96,6 +96,22 @@ TEST_F (VarloEditorTest, LogoAndInfoShowTheAboutPanelUntilAClick)
     }
 }
 
+TEST_F (VarloEditorTest, TheAboutPanelCoversEveryControl)
+{
+    editor->setVisible (true);
+    auto& about = find<AboutComponent>();
+    about.setVisible (true);
+
+    for (auto* const child : editor->getChildren())
+    {
+        if (child->isVisible() && dynamic_cast<juce::ResizableCornerComponent*> (child) == nullptr)
+        {
+            auto* const top = editor->getComponentAt (child->getBounds().getCentre());
+            EXPECT_TRUE (top == &about || about.isParentOf (top)) << child->getBounds().toString();
+        }
+    }
+}
+
 TEST_F (VarloEditorTest, TheAboutPanelIsHiddenAtEachOpening)
 {
     find<AboutComponent>().setVisible (true);

@@ -2,6 +2,7 @@
 
 #include "support/MessageLoop.h"
 #include "support/Signals.h"
+#include "support/ThreadPriority.h"
 
 #include <gmock/gmock.h>
 
@@ -18,6 +19,7 @@ namespace cv::varlo
 {
 namespace
 {
+using cv::test::getStartPriority;
 using cv::test::noise;
 using cv::test::runMessageLoopFor;
 using cv::test::runMessageLoopUntil;
@@ -102,6 +104,8 @@ TEST (FFTProcessor, ThreadRunsFromConstruction)
     const FFTProcessor processor;
     EXPECT_TRUE (processor.isThreadRunning());
     EXPECT_EQ (processor.getThreadName(), "fft");
+    EXPECT_EQ (getStartPriority (processor).value_or (juce::Thread::Priority::highest),
+               juce::Thread::Priority::highest);
     EXPECT_EQ (processor.sampleRate.load(), 44100.0);
     EXPECT_EQ (processor.numBins, 513);
 }

@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+
 namespace cv::varlo
 {
 namespace
@@ -136,6 +138,16 @@ TEST_F (TransportWatchTest, InLiveAJumpCountsOnlyAtASteadyTempo)
     EXPECT_FALSE (moveTo (atTempo (2 * start, 121.0)));
     EXPECT_TRUE (moveTo (atTempo (3 * start, 121.0)));
     EXPECT_FALSE (moveTo (atTempo (0, 90.0)));
+}
+
+TEST_F (TransportWatchTest, InLiveATempoIsSteadyWithinWhatADoubleCanTell)
+{
+    host.type = juce::PluginHostType::AbletonLiveGeneric;
+    const auto next = std::nextafter (120.0, 200.0);
+    moveTo (atTempo (start, 120.0));
+
+    EXPECT_TRUE (moveTo (atTempo (2 * start, next)));
+    EXPECT_FALSE (moveTo (atTempo (3 * start, 120.0001)));
 }
 
 TEST_F (TransportWatchTest, InLiveTheFirstTempoIsAChangeFromNone)

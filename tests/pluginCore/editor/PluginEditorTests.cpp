@@ -138,6 +138,15 @@ TEST_F (PluginEditorTest, DraggingKeepsTheAspectRatioAndTheLimits)
     EXPECT_LE (editor->getHeight(), 1200 - 90);
 }
 
+TEST_F (PluginEditorTest, DraggingLeaves90PixelsOfTheDisplaysHeight)
+{
+    product.editorAspectRatio = 0.5;
+    const EditorWindow editor (product);
+    editor->setSize (300, 600);
+    editor.dragCorner ({ 3000, 3000 });
+    EXPECT_EQ (Size (editor->getWidth(), editor->getHeight()), Size (555, 1110));
+}
+
 TEST_F (PluginEditorTest, TooWideForTheDisplayIsMadeToFit)
 {
     const EditorWindow editor (product);

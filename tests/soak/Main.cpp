@@ -1,5 +1,5 @@
-#include "render/NumberText.h"
 #include "render/RenderError.h"
+#include "soak/Options.h"
 #include "soak/Soak.h"
 #include "soak/SoakPresets.h"
 #include "support/TemporaryHome.h"
@@ -10,8 +10,6 @@ namespace cv::soak
 {
 namespace
 {
-constexpr auto skippedExitCode = 77;
-
 constexpr auto help =
     R"(Opens, plays, drags and closes the built plug-in on the display, at random, and looks for faults.
 
@@ -23,26 +21,6 @@ constexpr auto help =
 
 Exit codes: 0 no fault, 1 a fault, 2 command line not understood, 3 stuck, 77 no display.
 )";
-
-double parsePositive (const juce::String& option, const juce::String& text)
-{
-    const auto number = render::parseNumber (text);
-
-    if (! number || *number <= 0.0)
-        throw render::UsageError (option + " takes a number above 0, not \"" + text + "\"");
-
-    return *number;
-}
-
-juce::int64 parseSeed (const juce::String& text)
-{
-    const auto number = render::parseInteger (text);
-
-    if (! number)
-        throw render::UsageError ("--seed takes a whole number, not \"" + text + "\"");
-
-    return *number;
-}
 
 Soak::Options parse (const juce::StringArray& arguments)
 {
@@ -64,19 +42,6 @@ Soak::Options parse (const juce::StringArray& arguments)
     }
 
     return options;
-}
-
-bool hasDisplay()
-{
-    try
-    {
-        const render::DisplayConnection connection;
-        return true;
-    }
-    catch (const render::RenderError&)
-    {
-        return false;
-    }
 }
 
 int run (const juce::StringArray& arguments)

@@ -44,6 +44,7 @@ bool EditorActions::open()
 
 bool EditorActions::close()
 {
+    deliverSentMessages();
     frame = nullptr;
     runMessagesFor (random.nextInt (100));
     return true;

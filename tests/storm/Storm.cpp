@@ -39,17 +39,14 @@ Storm::Storm (const Options& optionsToUse)
 
 Storm::~Storm()
 {
-    editors.clear();
-
-    for (auto& instance : instances)
-        instance.replace (nullptr);
+    empty();
 }
 
 std::vector<Storm::Action> Storm::makeActions()
 {
     return { { "create an instance", 80, [this] { return create(); } },
-             { "destroy an instance", 20, [this] { return destroy(); } },
-             { "destroy all, create all", 2, [this] { return destroyAll(); } },
+             { "destroy an instance", 50, [this] { return destroy(); } },
+             { "destroy all, create all", 1, [this] { return destroyAll(); } },
              { "prepare", 60, [this] { return prepare(); } },
              { "release", 10, [this] { return release(); } },
              { "save a state", 40, [this] { return saveState(); } },
@@ -80,6 +77,15 @@ void Storm::runUntil (double secondsFromStart)
 
     while (juce::Time::getMillisecondCounterHiRes() - startMilliseconds < secondsFromStart * 1000.0)
         performOne();
+}
+
+void Storm::empty()
+{
+    soak::deliverSentMessages();
+    editors.clear();
+
+    for (auto& instance : instances)
+        instance.replace (nullptr);
 }
 
 void Storm::fill()
@@ -124,11 +130,7 @@ ProcessUse Storm::emptyAndMeasure (const ProcessUse* expected)
     constexpr auto settlingMilliseconds = 500;
     constexpr auto limitMilliseconds = 30000;
 
-    editors.clear();
-
-    for (auto& instance : instances)
-        instance.replace (nullptr);
-
+    empty();
     soak::runMessagesFor (settlingMilliseconds);
     auto use = ProcessUse::measure();
 

@@ -60,6 +60,7 @@ private:
     std::unique_ptr<juce::AudioPluginInstance> createPlugin();
     void runUntil (double secondsFromStart);
     void fill();
+    void empty();
     void performOne();
     ProcessUse emptyAndMeasure (const ProcessUse* expected);
     juce::StringArray findFaults() const;

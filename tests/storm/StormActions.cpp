@@ -27,6 +27,8 @@ bool Storm::destroy()
     if (instances[index].get() == nullptr)
         return false;
 
+    // With the editor open as well.
+    soak::deliverSentMessages();
     std::erase_if (editors, [&] (const auto& editor) { return editor.instance == index; });
     instances[index].replace (nullptr);
     return true;
@@ -34,11 +36,7 @@ bool Storm::destroy()
 
 bool Storm::destroyAll()
 {
-    editors.clear();
-
-    for (auto& instance : instances)
-        instance.replace (nullptr);
-
+    empty();
     fill();
     return true;
 }
@@ -137,6 +135,7 @@ bool Storm::closeEditor()
     if (editors.empty())
         return false;
 
+    soak::deliverSentMessages();
     editors.erase (editors.begin() + random.nextInt ((int) editors.size()));
     return true;
 }

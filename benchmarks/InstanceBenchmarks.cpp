@@ -3,6 +3,7 @@
 #include "support/ProcessorHarness.h"
 
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 // Many instances whose blocks come one after the other, as on one of a host's audio threads: what a frame of one of
 // them costs with the caches shared, and what a block costs in which the transport jumps. All of processBlock is in
@@ -132,6 +133,30 @@ void prepare (benchmark::State& state, bool atNewRate)
     }
 }
 
+/** What an instance that is prepared holds of the heap. */
+void memory (benchmark::State& state, double sampleRate)
+{
+    const auto getBytes = []
+    {
+        const auto info = mallinfo2();
+        return (double) (info.uordblks + info.hblkhd);
+    };
+
+    constexpr int numInstances = 8;
+    Instances first (1, sampleRate, 512); // and what all instances share
+    double bytes = 0.0;
+
+    for (auto _ : state)
+    {
+        const auto before = getBytes();
+        Instances all (numInstances, sampleRate, 512);
+        all.playBlock (false);
+        bytes = (getBytes() - before) / numInstances;
+    }
+
+    state.counters["MB"] = bytes * 1.0e-6;
+}
+
 void addBenchmarks()
 {
     for (const auto numInstances : { 1, 16, 64 })
@@ -148,6 +173,11 @@ void addBenchmarks()
             64)
             ->UseManualTime()
             ->Iterations (numRepetitions);
+
+    for (const auto sampleRate : { 48000.0, 192000.0 })
+        benchmark::RegisterBenchmark (("memory/instance, " + std::to_string ((int) sampleRate) + " Hz").c_str(), memory,
+                                      sampleRate)
+            ->Iterations (3);
 
     benchmark::RegisterBenchmark ("prepare/same rate", prepare, false)->UseManualTime()->Iterations (200);
     benchmark::RegisterBenchmark ("prepare/new rate", prepare, true)->UseManualTime()->Iterations (50);

@@ -63,8 +63,8 @@ benchmark '^sound/' | awk -F , '
         printf "%-62s %8.2f %8.2f %7.3f\n", name, value[column["ns"] - 1], value[column["model"] - 1], value[column["ratio"] - 1]
     }'
 
-say "Instances, jumps and prepares"
-measure "$programs/varlo_benchmarks" --benchmark_filter='^(instances|jump|prepare)/' 2>/dev/null
+say "Instances, jumps, prepares and memory"
+measure "$programs/varlo_benchmarks" --benchmark_filter='^(instances|jump|prepare|memory)/' 2>/dev/null
 
 say "Spectrum and window"
 measure "$programs/varlo_benchmarks" --benchmark_filter='^(spectrum|window)/' 2>/dev/null

@@ -165,7 +165,7 @@ TEST_F (StateTest, BadStatesAreNamed)
     saveState ({});
     juce::MemoryBlock chunk;
     state.loadFileAsData (chunk);
-    state.replaceWithData (chunk.getData(), chunk.getSize() - 2);
+    state.replaceWithData (chunk.getData(), chunk.getSize() / 2);
     expectRenderError ({ "--load-state", state.getFullPathName() }, "not a saved state: ");
 
     juce::AudioProcessor::copyXmlToBinary (juce::XmlElement ("Other"), chunk);
@@ -198,7 +198,7 @@ TEST_F (StateTest, PipesDevicesAndHugeFilesAreRefusedAtOnce)
                            refusal + huge.getFullPathName() + " (more than " + (isPreset ? "1" : "16") + " MiB)");
     }
 
-    expectError ({ "--save-state", pipe.getFullPathName() }, "can't write ");
+    expectError ({ "--save-state", pipe.getFullPathName() }, "not a regular file: ");
     EXPECT_TRUE (pipe.exists());
 }
 

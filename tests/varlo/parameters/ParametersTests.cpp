@@ -195,5 +195,56 @@ TEST (Parameters, HostThatSendsNoNumberLeavesOneAndTheSound)
     EXPECT_EQ (output.getSample (1, 4095), input.getSample (1, 4095));
 #endif
 }
+
+/** A processor whose parameters have the product's names and JUCE's own ranges, which let NaN through. */
+class PlainParameters
+{
+public:
+    PlainParameters() : tree (harness.processor, nullptr, "PLAIN", createLayout()), parameters (tree) {}
+
+    void setAll (float value)
+    {
+        for (const auto& row : contract)
+            *dynamic_cast<juce::AudioParameterFloat*> (tree.getParameter (row.id)) = value;
+    }
+
+    ParameterValues getValues() const { return parameters.getValues(); }
+
+private:
+    static juce::AudioProcessorValueTreeState::ParameterLayout createLayout()
+    {
+        juce::AudioProcessorValueTreeState::ParameterLayout layout;
+
+        for (const auto& row : contract)
+            layout.add (std::make_unique<juce::AudioParameterFloat> (juce::ParameterID (row.id, 1), row.name, 0.0f,
+                                                                     20000.0f, 1.0f));
+
+        return layout;
+    }
+
+    ProcessorHarness harness;
+    juce::AudioProcessorValueTreeState tree;
+    const Parameters parameters;
+};
+
+TEST (Parameters, WhatIsNoNumberReadsAsTheDefault)
+{
+#if JUCE_DEBUG
+    GTEST_SKIP() << "JUCE's range asserts on NaN";
+#endif
+
+    PlainParameters plain;
+    plain.setAll (33.0f);
+    EXPECT_NEAR (plain.getValues().lowpassHz, 33.0f, 0.01f);
+
+    plain.setAll (std::numeric_limits<float>::quiet_NaN());
+    const auto values = plain.getValues();
+    EXPECT_EQ (values.mixPercent, 50.0f);
+    EXPECT_EQ (values.degradePercent, 0.0f);
+    EXPECT_EQ (values.delayMilliseconds, 1000.0f);
+    EXPECT_EQ (values.feedbackPercent, 50.0f);
+    EXPECT_EQ (values.lowpassHz, 5000.0f);
+    EXPECT_EQ (values.resonancePercent, 0.0f);
+}
 } // namespace
 } // namespace cv::varlo

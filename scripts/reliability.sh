@@ -18,7 +18,7 @@ Builds what they need and runs the trials that are named, or all of them:
   silence    an hour of silence behind a burst against the burst
   memcheck   the bundle and its editor under valgrind
   threads    the storm under the thread sanitizer, 120 s, and the tests of threads
-  fuzz       six fuzzers, 600 s each
+  fuzz       all fuzzers, 600 s each
 
 One after the other they take about an hour and a half, the builds aside, fuzzers less on more processors.
 Each goes on when another fails. Installs the Debian or Ubuntu packages that this lacks.

@@ -17,7 +17,7 @@ Builds what they need and runs the trials that are named, or all of them:
   blocks     the times of single blocks, alone and under load, 300 s each
   silence    an hour of silence behind a burst against the burst
   memcheck   the bundle and its editor under valgrind
-  threads    the storm under the thread sanitizer, 120 s, and the tests of threads
+  threads    12 instances in the storm under the thread sanitizer, 120 s, and the tests of threads
   fuzz       all fuzzers, 600 s each
 
 One after the other they take about an hour and a half, the builds aside, fuzzers less on more processors.
@@ -111,7 +111,7 @@ try_memcheck() {
 try_threads() {
     build tsan varlo_storm varlo_thread_tests
     TSAN_OPTIONS="halt_on_error=1:detect_deadlocks=0:suppressions=$root/tests/threads/tsan.supp" \
-        with_display build/tsan/tests/storm/varlo_storm --seconds "$(seconds 120 20)"
+        with_display build/tsan/tests/storm/varlo_storm --seconds "$(seconds 120 20)" --instances 12
     with_display ctest --preset tsan --exclude-regex '^Storm$'
 }
 

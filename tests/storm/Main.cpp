@@ -15,10 +15,11 @@ constexpr auto help =
     R"(Has many instances of the built plug-in and a few of their editors created, played, clicked and destroyed on the
 display, at random, and looks for faults.
 
-  varlo_storm [--seconds N] [--seed S]
+  varlo_storm [--seconds N] [--seed S] [--instances I]
 
-  --seconds N   how long (default: 60)
-  --seed S      a whole number; the same one does the same things (default: 1)
+  --seconds N    how long (default: 60)
+  --seed S       a whole number; the same one does the same things (default: 1)
+  --instances I  how many at once, 8 at least (default: 64)
 
 Exit codes: 0 no fault, 1 a fault, 2 command line not understood, 3 stuck, 77 no display.
 )";
@@ -36,6 +37,8 @@ Storm::Options parse (const juce::StringArray& arguments)
             options.seconds = soak::parsePositive (name, arguments[++i]);
         else if (name == "--seed")
             options.seed = soak::parseSeed (arguments[++i]);
+        else if (name == "--instances")
+            options.numInstances = juce::jmax (Storm::maxNumEditors, (int) soak::parsePositive (name, arguments[++i]));
         else
             throw render::UsageError ("unknown option " + name);
     }

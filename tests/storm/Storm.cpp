@@ -29,7 +29,7 @@ Storm::Storm (const Options& optionsToUse)
     : options (optionsToUse)
     , random (options.seed)
     , description (describe (format, options.bundle))
-    , instances (numInstances)
+    , instances ((size_t) options.numInstances)
     , actions (makeActions())
     , audio (instances, numAudioThreads, options.seed)
 {
@@ -54,6 +54,7 @@ std::vector<Storm::Action> Storm::makeActions()
              { "move all parameters", 80, [this] { return moveParameters(); } },
              { "open an editor", 60, [this] { return openEditor(); } },
              { "close an editor", 20, [this] { return closeEditor(); } },
+             { "leave in the midst", 30, [this] { return leaveInTheMidst(); } },
              { "resize an editor", 20, [this] { return resizeEditor(); } },
              { "click", 120, [this] { return click(); } },
              { "drag", 60, [this] { return drag(); } } };
@@ -64,18 +65,19 @@ void Storm::run()
     // The warm-up makes all that is made once: fonts, caches of glyphs, pools of memory.
     constexpr auto warmUpProportion = 0.25;
 
-    runUntil (warmUpProportion * options.seconds);
+    runFor (warmUpProportion * options.seconds);
     before = emptyAndMeasure (nullptr);
     numCreatedBefore = numCreated;
-    runUntil (options.seconds);
+    runFor ((1.0 - warmUpProportion) * options.seconds);
     after = emptyAndMeasure (&before);
 }
 
-void Storm::runUntil (double secondsFromStart)
+void Storm::runFor (double seconds)
 {
     fill();
+    const auto start = juce::Time::getMillisecondCounterHiRes();
 
-    while (juce::Time::getMillisecondCounterHiRes() - startMilliseconds < secondsFromStart * 1000.0)
+    while (juce::Time::getMillisecondCounterHiRes() - start < seconds * 1000.0)
         performOne();
 }
 
@@ -97,6 +99,7 @@ void Storm::fill()
 
         instance.replace (createPlugin());
         prepare (instance);
+        soak::runMessagesFor (0);
     }
 
     while (editors.size() < maxNumEditors)
@@ -205,7 +208,7 @@ bool Storm::report()
 
 size_t Storm::pickIndex()
 {
-    return (size_t) random.nextInt (numInstances);
+    return (size_t) random.nextInt (options.numInstances);
 }
 
 juce::AudioPluginInstance* Storm::pickPlugin()

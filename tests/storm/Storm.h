@@ -25,9 +25,9 @@ public:
         juce::File bundle;
         double seconds = 60.0;
         juce::int64 seed = 1;
+        int numInstances = 64;
     };
 
-    static constexpr auto numInstances = 64;
     static constexpr auto maxNumEditors = 8;
     static constexpr auto numAudioThreads = 2;
 
@@ -35,7 +35,9 @@ public:
     explicit Storm (const Options&);
     ~Storm();
 
-    /** Takes the time that the options say, and a little more for looking at what is left. */
+    /** Takes the time that the options say, and what it takes to create all instances twice and to look at what is
+        left.
+    */
     void run();
 
     /** Prints what was done and measured, and what went wrong; true when nothing did. Call once, last. */
@@ -58,7 +60,7 @@ private:
 
     std::vector<Action> makeActions();
     std::unique_ptr<juce::AudioPluginInstance> createPlugin();
-    void runUntil (double secondsFromStart);
+    void runFor (double seconds);
     void fill();
     void empty();
     void performOne();
@@ -81,12 +83,14 @@ private:
     bool openEditor();
     bool closeEditor();
     bool resizeEditor();
+    bool leaveInTheMidst();
+    void enterMidst (const render::EditorFrame&);
     bool click();
+    void clickAt (const render::EditorFrame&, juce::Point<int> place);
     bool drag();
 
     const Options options;
     juce::Random random;
-    const double startMilliseconds = juce::Time::getMillisecondCounterHiRes();
 
     const render::DisplayConnection display;
     soak::RealMouse mouse;

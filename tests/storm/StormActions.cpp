@@ -1,3 +1,4 @@
+#include "soak/EditorPlaces.h"
 #include "soak/MessageTurns.h"
 #include "storm/Storm.h"
 
@@ -140,6 +141,60 @@ bool Storm::closeEditor()
     return true;
 }
 
+void Storm::enterMidst (const render::EditorFrame& frame)
+{
+    constexpr auto openingMilliseconds = 400;
+    constexpr auto numMidsts = 4;
+    const soak::EditorPlaces places (frame.getWidth(), frame.getHeight());
+
+    switch (random.nextInt (numMidsts))
+    {
+        case 0: // a knob that is held
+            mouse.moveTo (frame.getWindowHandle(), places.knobs[0].getCentre());
+            mouse.press();
+            soak::runMessagesFor (handMilliseconds);
+            mouse.moveTo (frame.getWindowHandle(), places.knobs[0].getCentre().translated (0, 10));
+            break;
+
+        case 1: // the panel over all, which the logo brings
+            clickAt (frame, { frame.getWidth() / 15, frame.getHeight() / 17 });
+            break;
+
+        case 2: // the menu, on its way or there
+            clickAt (frame, places.presetsButton.getCentre());
+            soak::runMessagesFor (random.nextInt (openingMilliseconds));
+            break;
+
+        default: // a dialog, or whatever else an item of the menu brings
+            clickAt (frame, places.presetsButton.getCentre());
+            soak::runMessagesFor (openingMilliseconds);
+            clickAt (frame, places.presetsButton.getCentre().translated (
+                                0, random.nextInt (4 * places.presetsButton.getHeight() + 1)));
+            soak::runMessagesFor (random.nextInt (openingMilliseconds));
+            break;
+    }
+}
+
+bool Storm::leaveInTheMidst()
+{
+    if (editors.empty())
+        return false;
+
+    const auto chosen = editors.begin() + random.nextInt ((int) editors.size());
+    auto& instance = instances[chosen->instance];
+    chosen->frame->toFront (false);
+    enterMidst (*chosen->frame);
+
+    soak::deliverSentMessages();
+    editors.erase (chosen);
+
+    if (random.nextBool())
+        instance.replace (nullptr);
+
+    mouse.release();
+    return true;
+}
+
 bool Storm::resizeEditor()
 {
     auto* const frame = pickEditor();
@@ -158,14 +213,18 @@ bool Storm::click()
     if (frame == nullptr)
         return false;
 
-    mouse.moveTo (frame->getWindowHandle(),
-                  { random.nextInt (frame->getWidth()), random.nextInt (frame->getHeight()) });
+    clickAt (*frame, { random.nextInt (frame->getWidth()), random.nextInt (frame->getHeight()) });
+    return true;
+}
+
+void Storm::clickAt (const render::EditorFrame& frame, juce::Point<int> place)
+{
+    mouse.moveTo (frame.getWindowHandle(), place);
     soak::runMessagesFor (handMilliseconds);
     mouse.press();
     soak::runMessagesFor (handMilliseconds);
     mouse.release();
     soak::runMessagesFor (handMilliseconds);
-    return true;
 }
 
 bool Storm::drag()

@@ -9,7 +9,7 @@ usage() {
     cat <<EOF2
 usage: $command_name [--no-install]
 
-Builds the release and prints, in about five minutes, what the sound takes in each situation beside the
+Builds the release and prints what the sound takes in each situation beside the
 literal model of the same sound, what instances, jumps and prepares cost, the window's painting, the spectrum,
 the loading of the plug-in, and the load at a sound card's pace. Leave the machine alone meanwhile. Installs the
 Debian or Ubuntu packages that this lacks.

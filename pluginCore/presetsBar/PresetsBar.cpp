@@ -71,6 +71,7 @@ PresetsBar::PresetsBar (PresetsManager& store) : presetsManager (store)
 PresetsBar::~PresetsBar()
 {
     presetsManager.removeListener (this);
+    cancelPendingUpdate();
 }
 
 void PresetsBar::paint (juce::Graphics& g)

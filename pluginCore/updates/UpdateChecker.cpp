@@ -35,6 +35,9 @@ UpdateChecker::~UpdateChecker()
     // Without a limit, after which JUCE would kill the thread, and the C library the process with it. The
     // thread looks every webTextPollMilliseconds whether it is to end.
     stopThread (-1);
+
+    // A host may take the message thread away before the message comes.
+    cancelPendingUpdate();
 }
 
 void UpdateChecker::addListener (Listener* listener)

@@ -315,6 +315,13 @@ TEST_F (UpdateChangeLogComponentTest, LaysOutTheLongestChangeLogsQuickly)
     for (const auto* const text : { "\n", "a", "a ", "W\n", "0123456789abcde\n", "漢", "漢a", "あ a", "😀\n", "?!" })
     {
         const auto part = juce::String::fromUTF8 (text);
+
+#if JUCE_DEBUG
+        // JUCE asserts where no font of the system has a character.
+        if (! part.containsOnly (juce::String ("\na W0123456789abcde?!")))
+            continue;
+#endif
+
         const auto changeLog = juce::String::repeatedString (part, maxCharacters / part.length());
         component.setSize (350, 250);
 

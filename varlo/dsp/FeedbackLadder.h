@@ -38,9 +38,9 @@ public:
     struct Memory
     {
         /** Filters one frame. */
-        Frame process (Frame x, const Coefficients& coefficients) noexcept
+        Frame process (Frame x, const Coefficients& now) noexcept
         {
-            const auto [g, a] = coefficients;
+            const auto [g, a] = now;
             const auto y = s3 + g * (s2 + g * (s1 + g * (s0 + x)));
 
             const auto u0 = g * x;

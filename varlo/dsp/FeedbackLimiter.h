@@ -39,16 +39,16 @@ public:
     struct Envelope
     {
         /** Limits one frame. Calls a transcendental function at or above the threshold only. */
-        Frame process (Frame x, const Coefficients& coefficients) noexcept
+        Frame process (Frame x, const Coefficients& now) noexcept
         {
             const auto level = abs (x);
             const auto fall = value - level;
 
             // Both coefficients lie between 0 and 1 and the attack's is the smaller one: the larger product is
             // the attack's where the level rises and the release's where it falls.
-            value = level + max (coefficients.attack * fall, coefficients.release * fall);
+            value = level + max (now.attack * fall, now.release * fall);
 
-            return areBothBelow (value, coefficients.threshold) ? x : x * getGain (value, coefficients.threshold);
+            return areBothBelow (value, now.threshold) ? x : x * getGain (value, now.threshold);
         }
 
         Frame value;

@@ -33,9 +33,9 @@ public:
     struct Memory
     {
         /** Filters one frame. */
-        Frame process (Frame x, const Coefficients& coefficients) noexcept
+        Frame process (Frame x, const Coefficients& now) noexcept
         {
-            const auto [g, gPlusR, h] = coefficients;
+            const auto [g, gPlusR, h] = now;
             const auto high = h * (x - s1 * gPlusR - s2);
 
             const auto band = high * g + s1;

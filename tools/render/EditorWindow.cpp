@@ -17,14 +17,24 @@ EditorWindow::EditorWindow (const DisplayConnection& displayToUse,
                             juce::AudioPluginInstance& plugin,
                             std::optional<juce::Point<int>> size)
     : display (displayToUse)
-    , frame (plugin)
+    , frame (std::in_place, plugin)
 {
-    frame.show();
+    frame->show();
 
     if (size)
-        frame.setEditorSize (*size);
+        frame->setEditorSize (*size);
 
     waitUntilItShows();
+}
+
+EditorWindow::~EditorWindow()
+{
+    // A plug-in made with JUCE hands its messages to a thread of its own again now. One that is unloaded before that
+    // thread had its turn destroys objects that still wait for theirs.
+    constexpr auto partingMilliseconds = 100.0;
+
+    frame.reset();
+    runMessageLoopFor (partingMilliseconds);
 }
 
 void EditorWindow::waitUntilItShows() const
@@ -34,7 +44,7 @@ void EditorWindow::waitUntilItShows() const
     constexpr auto turnMilliseconds = 20.0;
     constexpr auto limitMilliseconds = 20000.0;
 
-    for (auto waited = 0.0; display.countVisibleLevels (frame.getWindowHandle()) < numWindows;
+    for (auto waited = 0.0; display.countVisibleLevels (frame->getWindowHandle()) < numWindows;
          waited += turnMilliseconds)
     {
         throwIfInterrupted();
@@ -65,8 +75,8 @@ juce::Image EditorWindow::capture()
     // The analysis of the last block, the timers that fetch it, and the drawing.
     constexpr auto settlingMilliseconds = 300.0;
 
-    frame.toFront (false);
+    frame->toFront (false);
     runMessageLoopFor (settlingMilliseconds);
-    return display.capture (frame.getWindowHandle());
+    return display.capture (frame->getWindowHandle());
 }
 } // namespace cv::render

@@ -17,6 +17,9 @@ public:
     */
     EditorWindow (const DisplayConnection&, juce::AudioPluginInstance&, std::optional<juce::Point<int>> size);
 
+    /** Closes the editor, and lets the plug-in take what closing it has set going, as it can in a host that goes on. */
+    ~EditorWindow();
+
     /** Lets the editor go on for as long as so many seconds of sound last, so that it sees the sound as it is
         played. To be called after each block.
     */
@@ -31,7 +34,7 @@ private:
     void waitUntilItShows() const;
 
     const DisplayConnection& display;
-    EditorFrame frame;
+    std::optional<EditorFrame> frame;
     double secondsToRun = 0.0;
 
     JUCE_DECLARE_NON_COPYABLE (EditorWindow)

@@ -299,22 +299,30 @@ juce::int64 getResidentBytes()
 
 TEST_F (PluginEditorTest, OpensAndClosesTwoHundredTimesWithoutGrowth)
 {
+    // JUCE keeps glyphs by the typeface that they were drawn with, some of each that has gone.
+    const auto fonts = CvFonts::getShared();
     const auto openAndClose = [this]
     {
         const EditorWindow editor (product);
         runMessageLoopFor (1);
     };
+    // What is still on its way to editors that are gone counts for nothing, however much of it a busy machine leaves.
+    const auto getSettledBytes = []
+    {
+        runMessageLoopFor (500);
+        return getResidentBytes();
+    };
 
     for (auto i = 0; i < 50; ++i)
         openAndClose();
 
-    const auto before = getResidentBytes();
+    const auto before = getSettledBytes();
 
     for (auto i = 0; i < 200; ++i)
         openAndClose();
 
 #if ! defined(__SANITIZE_ADDRESS__) && ! defined(__SANITIZE_THREAD__)
-    EXPECT_LT (getResidentBytes() - before, 2 * 1024 * 1024);
+    EXPECT_LT (getSettledBytes() - before, 2 * 1024 * 1024);
 #else
     juce::ignoreUnused (before);
 #endif

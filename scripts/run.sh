@@ -4,28 +4,34 @@ set -Eeuo pipefail
 
 # shellcheck source=scripts/lib/setup.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib/setup.sh"
+# shellcheck source=scripts/lib/presets.sh
+. "$root/scripts/lib/presets.sh"
 
 usage() {
     cat <<EOF
-usage: $command_name [--no-install] [--no-open]
+usage: $command_name [--no-install] [--no-presets] [--no-open]
 
 Builds the Varlo plug-in, the same as a program of its own and the offline host varlo-render into
 dist/, installs the plug-in in ~/.vst3 (a Varlo.vst3 that is there already is replaced) and renders the
-demo recording through it into dist/demo.wav. Where there is a display, opens the program at the end
-and leaves it open. Installs the Debian or Ubuntu packages that the build lacks.
+demo recording through it into dist/demo.wav. The factory presets go among this user's presets, in folders
+of their own; presets that are there already stay as they are. Where there is a display, opens the program
+at the end and leaves it open. Installs the Debian or Ubuntu packages that the build lacks.
 
   --no-install   install no packages: list what lacks and stop
+  --no-presets   copy no presets
   --no-open      open no window at the end
   -h, --help     show this text
 EOF
 }
 
 install=yes
+presets=yes
 open=yes
 
 for argument in "$@"; do
     case $argument in
         --no-install) install=no ;;
+        --no-presets) presets=no ;;
         --no-open) open=no ;;
         -h|--help) usage; exit 0 ;;
         *) echo "$command_name: unknown option '$argument' (see --help)" >&2; exit 2 ;;
@@ -35,6 +41,14 @@ done
 [ -n "${HOME:-}" ] || fail "HOME is not set, so there is no folder to install the plug-in in"
 user_plugins=$HOME/.vst3
 [ "$(uname)" != Darwin ] || user_plugins=$HOME/Library/Audio/Plug-Ins/VST3
+
+machine_data=/usr/share/Corvane/Varlo
+user_data=$HOME/.local/share/Corvane/Varlo
+
+if [ "$(uname)" = Darwin ]; then
+    machine_data="/Library/Application Support/Corvane/Varlo"
+    user_data="$HOME$machine_data"
+fi
 
 # install_for_user BUNDLE DESTINATION: the copy is made beside its destination and moved there, so that
 # a host that scans meanwhile never loads half a bundle. What is the same already stays as it is.
@@ -65,6 +79,9 @@ cmake --install build/release --component varlo --prefix dist >/dev/null
 
 install_for_user dist/Varlo.vst3 "$user_plugins/Varlo.vst3"
 
+given_presets="none copied for you"
+[ "$presets" = no ] || given_presets=$(give_presets resources/presets "$machine_data" "$user_data/presets")
+
 say "Rendering the demo through the plug-in"
 dist/varlo-render resources/demo/guit_e_fifths.flac -o dist/demo.wav --plugin dist/Varlo.vst3 \
     --set Delay=250 --set Feedback=70 --set Mix=50
@@ -76,6 +93,7 @@ cat <<EOF
 
 Plug-in: $root/dist/Varlo.vst3, installed for you as $user_plugins/Varlo.vst3
 Demo:    $root/dist/demo.wav, a guitar with an echo every 250 ms, made by $root/dist/varlo-render
+Presets: $given_presets
 Program: $program, Varlo without a host; its input is muted until you open it under Options
 Next:    let your host scan its VST3 plug-ins again, then put Varlo (by Corvane) on a track
 EOF

@@ -11,6 +11,9 @@ presets=$3
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
 
+# As careful as some administrators are, in folders that are there before.
+mkdir -p "$root/usr/share" "$root/Library/Application Support"
+umask 077
 DESTDIR=$root "$cmake" --install "$build" --component presets --prefix /usr >/dev/null
 
 case $(uname) in

@@ -1,4 +1,5 @@
-# Sources of others are fetched once, into a cache outside the build folder.
+# What others wrote is fetched once, into a cache outside the build folder: a fresh clone or a second build folder need
+# not fetch again.
 
 if(DEFINED ENV{XDG_CACHE_HOME})
     set(varlo_cache_default "$ENV{XDG_CACHE_HOME}/varlo")
@@ -10,38 +11,35 @@ endif()
 
 set(VARLO_SOURCE_CACHE "${varlo_cache_default}" CACHE PATH "Where fetched sources are kept")
 
-# Two build folders may configure at the same time.
-macro(varlo_lock_source_cache)
-    file(MAKE_DIRECTORY "${VARLO_SOURCE_CACHE}")
-    file(LOCK "${VARLO_SOURCE_CACHE}/lock" TIMEOUT 600)
-endmacro()
+# varlo_fetch_source(FOLDER ERROR SOURCE): sets FOLDER to where SOURCE is, one of those that scripts/fetch-source.sh
+# knows, and ERROR to nothing; else ERROR to what was tried in vain, a line each.
+function(varlo_fetch_source folder error source)
+    set(path "${VARLO_SOURCE_CACHE}/${source}")
+    set(tried "")
 
-macro(varlo_unlock_source_cache)
-    file(LOCK "${VARLO_SOURCE_CACHE}/lock" RELEASE)
-endmacro()
+    if(NOT EXISTS "${path}")
+        find_program(BASH_PROGRAM bash)
+        message(STATUS "Fetching ${source}")
 
-# Downloads the named files of a Debian 13 source package into `folder`; ARGN are SHA256:FILE pairs.
-# Sets `error` to the reason when it can't, to nothing when all files are there.
-function(varlo_fetch_debian_source package version folder error)
-    find_program(BASH_PROGRAM bash)
+        # Two build folders may configure at the same time.
+        file(MAKE_DIRECTORY "${VARLO_SOURCE_CACHE}")
+        file(LOCK "${VARLO_SOURCE_CACHE}/lock" TIMEOUT 600)
 
-    if(NOT BASH_PROGRAM)
-        set(${error} "bash is not installed" PARENT_SCOPE)
-        return()
+        if(NOT BASH_PROGRAM)
+            set(tried "  - scripts/fetch-source.sh: bash is not installed\n")
+        elseif(NOT EXISTS "${path}")
+            execute_process(
+                COMMAND "${BASH_PROGRAM}" "${PROJECT_SOURCE_DIR}/scripts/fetch-source.sh" ${source} "${path}"
+                RESULT_VARIABLE result OUTPUT_QUIET ERROR_VARIABLE output)
+
+            if(NOT result EQUAL 0)
+                set(tried "${output}")
+            endif()
+        endif()
+
+        file(LOCK "${VARLO_SOURCE_CACHE}/lock" RELEASE)
     endif()
 
-    execute_process(
-        COMMAND "${BASH_PROGRAM}" "${PROJECT_SOURCE_DIR}/scripts/fetch-debian-source.sh"
-                trixie ${package} ${version} "${folder}" ${ARGN}
-        RESULT_VARIABLE result OUTPUT_QUIET ERROR_VARIABLE output)
-
-    if(result EQUAL 0)
-        set(${error} "" PARENT_SCOPE)
-        return()
-    endif()
-
-    # apt's own warnings come first; the script's last line says what is wrong.
-    string(STRIP "${output}" output)
-    string(REGEX REPLACE ".*\n" "" output "${output}")
-    set(${error} "${output}" PARENT_SCOPE)
+    set(${folder} "${path}" PARENT_SCOPE)
+    set(${error} "${tried}" PARENT_SCOPE)
 endfunction()

@@ -20,6 +20,7 @@ build_packages="g++ cmake ninja-build ccache pkg-config
     libpng-dev libjpeg-dev zlib1g-dev libflac-dev libvorbis-dev libogg-dev libsamplerate0-dev"
 test_packages="libgtest-dev libgmock-dev libbenchmark-dev libebur128-dev libxtst-dev locales valgrind xvfb xauth"
 fuzz_packages="clang libclang-rt-dev"
+lint_packages="clang-format clang-tidy shellcheck"
 
 build_tools="c++ cmake ninja pkg-config"
 test_tools=

@@ -2,6 +2,8 @@
 
 #include <PluginCoreResources.h>
 
+#include <algorithm>
+#include <array>
 #include <clocale>
 #include <string>
 
@@ -9,41 +11,28 @@ namespace cv::pluginCore
 {
 namespace
 {
-/** The text of a table, empty for a code that has none. */
-juce::String readTable (const juce::String& code)
-{
-    using juce::String;
-
-    if (code == "en")
-        return String::createStringFromData (resources::en_txt, resources::en_txtSize);
-
-    if (code == "fr")
-        return String::createStringFromData (resources::fr_txt, resources::fr_txtSize);
-
-    if (code == "es")
-        return String::createStringFromData (resources::es_txt, resources::es_txtSize);
-
-    if (code == "pt")
-        return String::createStringFromData (resources::pt_txt, resources::pt_txtSize);
-
-    return {};
-}
+const std::array languages {
+    Language { "en", "eng", resources::en_txt, resources::en_txtSize },
+    Language { "fr", "fre", resources::fr_txt, resources::fr_txtSize },
+    Language { "es", "spa", resources::es_txt, resources::es_txtSize },
+    Language { "pt", "por", resources::pt_txt, resources::pt_txtSize },
+};
 } // namespace
+
+std::span<const Language> LocalisedStringsManager::getLanguages() noexcept
+{
+    return languages;
+}
 
 juce::String LocalisedStringsManager::languageCodeFor (const juce::String& displayLanguage)
 {
     const auto language = displayLanguage.upToFirstOccurrenceOf ("-", false, false);
 
-    if (language == "fr" || language == "fre")
-        return "fr";
+    const auto found =
+        std::find_if (languages.begin(), languages.end(),
+                      [&] (const auto& known) { return language == known.code || language == known.threeLetterCode; });
 
-    if (language == "es" || language == "spa")
-        return "es";
-
-    if (language == "pt" || language == "por")
-        return "pt";
-
-    return "en";
+    return found != languages.end() ? found->code : languages.front().code;
 }
 
 juce::String LocalisedStringsManager::systemLanguageCode()
@@ -59,11 +48,13 @@ juce::String LocalisedStringsManager::systemLanguageCode()
 
 bool LocalisedStringsManager::setLanguage (const juce::String& code)
 {
-    const auto text = readTable (code);
-    const auto isKnown = text.isNotEmpty();
+    const auto language =
+        std::find_if (languages.begin(), languages.end(), [&] (const auto& known) { return code == known.code; });
+    const auto isKnown = language != languages.end();
 
     if (isKnown)
     {
+        const auto text = juce::String::createStringFromData (language->table, language->tableBytes);
         languageCode = code;
 
         auto mappings = std::make_unique<juce::LocalisedStrings> (text, false);

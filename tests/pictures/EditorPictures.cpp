@@ -128,9 +128,9 @@ int main (int argc, char** argv)
 
     const auto folder = juce::File::getCurrentWorkingDirectory().getChildFile (juce::String::fromUTF8 (argv[1]));
 
-    for (const auto* const language : { "en", "fr", "es", "pt" })
+    for (const auto& language : cv::pluginCore::LocalisedStringsManager::getLanguages())
     {
-        if (! folder.isDirectory() || ! cv::test::writePictures (folder, language))
+        if (! folder.isDirectory() || ! cv::test::writePictures (folder, language.code))
         {
             std::cerr << "varlo_editor_pictures: can't write into " << folder.getFullPathName() << std::endl;
             return 1;

@@ -38,7 +38,7 @@ TEST_F (LanguageTest, ProcessorSpeaksTheSystemsLanguage)
 
 TEST_F (LanguageTest, ProcessorSpeaksEnglishWhereItHasNoTable)
 {
-    const SystemLanguage systemLanguage ("de", "DE");
+    const SystemLanguage systemLanguage ("xx", "CH");
     const AudioPluginAudioProcessor processor;
 
     ASSERT_NE (juce::LocalisedStrings::getCurrentMappings(), nullptr);

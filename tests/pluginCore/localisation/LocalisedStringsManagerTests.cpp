@@ -13,6 +13,9 @@ namespace cv::pluginCore
 {
 namespace
 {
+/** No language has this code, nor will one. */
+constexpr auto unknownLanguage = "xx";
+
 std::string translated (const char* text)
 {
     return juce::translate (text).toStdString();
@@ -47,10 +50,13 @@ TEST_F (LocalisedStringsManagerTest, ChoosesNothingByItself)
     EXPECT_THAT (manager.calls, testing::IsEmpty());
 }
 
-TEST_F (LocalisedStringsManagerTest, PutsEachOfTheFourTablesInForce)
+TEST_F (LocalisedStringsManagerTest, PutsEachLanguagesTableInForce)
 {
-    for (const std::string code : { "fr", "es", "pt", "en" })
+    std::vector<std::string> expectedCalls;
+
+    for (const auto& language : LocalisedStringsManager::getLanguages())
     {
+        const std::string code = language.code;
         EXPECT_TRUE (manager.setLanguage (code));
         EXPECT_EQ (manager.getLanguageCode(), juce::String (code));
 
@@ -59,9 +65,10 @@ TEST_F (LocalisedStringsManagerTest, PutsEachOfTheFourTablesInForce)
 
         const auto text = juce::String::fromUTF8 (TranslationTable (code).text.c_str());
         EXPECT_EQ (mappings->getMappings(), juce::LocalisedStrings (text, false).getMappings());
+        expectedCalls.push_back (code + ": " + TranslationTable (code).getValue ("close"));
     }
 
-    EXPECT_THAT (manager.calls, testing::ElementsAre ("fr: fermer", "es: cerrar", "pt: fechar", "en: close"));
+    EXPECT_EQ (manager.calls, expectedCalls);
 }
 
 TEST_F (LocalisedStringsManagerTest, LeavesTheTableInForceForAnUnknownCode)
@@ -70,21 +77,21 @@ TEST_F (LocalisedStringsManagerTest, LeavesTheTableInForceForAnUnknownCode)
     const auto* const mappings = juce::LocalisedStrings::getCurrentMappings();
     manager.calls.clear();
 
-    for (const auto* const code : { "de", "", "EN", "fr-CA", "french" })
+    for (const auto* const code : { unknownLanguage, "", "EN", "fr-CA", "french" })
         EXPECT_FALSE (manager.setLanguage (code)) << code;
 
     EXPECT_EQ (manager.getLanguageCode(), "fr");
     EXPECT_EQ (juce::LocalisedStrings::getCurrentMappings(), mappings);
     EXPECT_THAT (manager.calls,
-                 testing::ElementsAre ("de: fermer", ": fermer", "EN: fermer", "fr-CA: fermer", "french: fermer"));
+                 testing::ElementsAre ("xx: fermer", ": fermer", "EN: fermer", "fr-CA: fermer", "french: fermer"));
 }
 
 TEST_F (LocalisedStringsManagerTest, LeavesTextsUntranslatedWhenTheFirstCodeIsUnknown)
 {
-    EXPECT_FALSE (manager.setLanguage ("de"));
+    EXPECT_FALSE (manager.setLanguage (unknownLanguage));
     EXPECT_EQ (manager.getLanguageCode(), "");
     EXPECT_EQ (juce::LocalisedStrings::getCurrentMappings(), nullptr);
-    EXPECT_THAT (manager.calls, testing::ElementsAre ("de: close"));
+    EXPECT_THAT (manager.calls, testing::ElementsAre ("xx: close"));
 }
 
 TEST_F (LocalisedStringsManagerTest, EnglishIsATableToo)
@@ -154,12 +161,22 @@ constexpr Choice choices[] {
     { "es-419", "es", "cerrar" }, { "pt", "pt", "fechar" },
     { "por", "pt", "fechar" },    { "pt-BR", "pt", "fechar" },
     { "pt-PT", "pt", "fechar" },  { "pt-Latn-BR", "pt", "fechar" },
-    { "de", "en", "close" },      { "de-CH", "en", "close" },
+    { "xx", "en", "close" },      { "xx-CH", "en", "close" },
     { "", "en", "close" },        { "-fr", "en", "close" },
     { "FR", "en", "close" },      { "fra", "en", "close" },
     { "French", "en", "close" },  { "fr_FR", "en", "close" },
     { " fr", "en", "close" },
 };
+
+TEST_F (LocalisedStringsManagerTest, FindsEachLanguageByItsCodes)
+{
+    for (const auto& language : LocalisedStringsManager::getLanguages())
+    {
+        EXPECT_EQ (LocalisedStringsManager::languageCodeFor (language.code), language.code);
+        EXPECT_EQ (LocalisedStringsManager::languageCodeFor (language.threeLetterCode), language.code);
+        EXPECT_EQ (juce::String (language.threeLetterCode).length(), 3) << language.code;
+    }
+}
 
 TEST_F (LocalisedStringsManagerTest, MapsEveryDisplayLanguageToATable)
 {
@@ -175,7 +192,7 @@ TEST_F (LocalisedStringsManagerTest, MapsEveryDisplayLanguageToATable)
 TEST_F (LocalisedStringsManagerTest, AsksTheSystemForItsLanguage)
 {
     for (const auto& [language, region, code] :
-         { std::tuple { "fr", "CA", "fr" }, { "pt", "BR", "pt" }, { "es", "", "es" }, { "de", "DE", "en" } })
+         { std::tuple { "fr", "CA", "fr" }, { "pt", "BR", "pt" }, { "es", "", "es" }, { unknownLanguage, "CH", "en" } })
     {
         const cv::test::SystemLanguage systemLanguage (language, region);
         EXPECT_EQ (LocalisedStringsManager::systemLanguageCode(), code);

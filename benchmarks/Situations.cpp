@@ -15,9 +15,29 @@ constexpr varlo::ParameterValues defaults { .mixPercent = 50.0f,
                                             .lowpassHz = 5000.0f,
                                             .resonancePercent = 0.0f };
 
-constexpr varlo::ParameterValues shortDelay { 50.0f, 0.0f, 350.0f, 50.0f, 5000.0f, 0.0f };
-constexpr varlo::ParameterValues coloured { 50.0f, 50.0f, 1000.0f, 50.0f, 5000.0f, 50.0f };
-constexpr varlo::ParameterValues loudLoop { 50.0f, 0.0f, 350.0f, 100.0f, 12000.0f, 0.0f };
+constexpr auto shortDelay = []
+{
+    auto values = defaults;
+    values.delayMilliseconds = 350.0f;
+    return values;
+}();
+
+constexpr auto coloured = []
+{
+    auto values = defaults;
+    values.degradePercent = 50.0f;
+    values.resonancePercent = 50.0f;
+    return values;
+}();
+
+constexpr auto loudLoop = []
+{
+    auto values = defaults;
+    values.delayMilliseconds = 350.0f;
+    values.feedbackPercent = 100.0f;
+    values.lowpassHz = 12000.0f;
+    return values;
+}();
 
 /** A value that is another one in every block and comes back after 16 of them. */
 float sweep (int blockIndex, float from, float to)

@@ -22,8 +22,12 @@ constexpr int framesPerMeasurement = 2048;
 
 test::LiteralModel::Values toModel (const varlo::ParameterValues& values)
 {
-    return { values.mixPercent,      values.degradePercent, values.delayMilliseconds,
-             values.feedbackPercent, values.lowpassHz,      values.resonancePercent };
+    return { .mixPercent = values.mixPercent,
+             .degradePercent = values.degradePercent,
+             .delayMilliseconds = values.delayMilliseconds,
+             .feedbackPercent = values.feedbackPercent,
+             .lowpassHz = values.lowpassHz,
+             .resonancePercent = values.resonancePercent };
 }
 
 /** Plays the input from its beginning, block by block, and tells what a frame took. */

@@ -21,7 +21,9 @@ const juce::String presetExtension = ".cvpreset";
 
 pluginCore::ProductInfo makeProductInfo()
 {
-    return { VARLO_NAME, VARLO_VERSION, VARLO_COMPANY, VARLO_MAKERS_WEB_SITE };
+    return {
+        .name = VARLO_NAME, .version = VARLO_VERSION, .company = VARLO_COMPANY, .companyWebSite = VARLO_MAKERS_WEB_SITE
+    };
 }
 
 pluginCore::PresetLocations getPresetLocations()

@@ -18,12 +18,13 @@ juce::File getOrCreateFolder (const juce::File& parent, const juce::String& name
 DataFolders DataFolders::ofThisSystem()
 {
 #if JUCE_MAC
-    return { juce::File ("/Library/Application Support"), juce::File ("~/Library/Application Support") };
+    return { .machine = juce::File ("/Library/Application Support"),
+             .user = juce::File ("~/Library/Application Support") };
 #elif JUCE_WINDOWS
-    return { juce::File::getSpecialLocation (juce::File::commonApplicationDataDirectory),
-             juce::File::getSpecialLocation (juce::File::userApplicationDataDirectory) };
+    return { .machine = juce::File::getSpecialLocation (juce::File::commonApplicationDataDirectory),
+             .user = juce::File::getSpecialLocation (juce::File::userApplicationDataDirectory) };
 #else
-    return { juce::File ("/usr/share"), juce::File ("~/.local/share") };
+    return { .machine = juce::File ("/usr/share"), .user = juce::File ("~/.local/share") };
 #endif
 }
 
@@ -38,7 +39,10 @@ PresetLocations createPresetFolders (const DataFolders& folders,
     const auto userFolder = getOrCreateFolder (getOrCreateFolder (folders.user, company), product);
     const auto userPresetFolder = getOrCreateFolder (userFolder, "presets");
 
-    return { factoryFolder, userPresetFolder, getOrCreateFolder (machineFolder, "DesignersPresets"),
-             factoryFolder.getChildFile ("Init" + presetExtension), presetExtension };
+    return { .factoryFolder = factoryFolder,
+             .userFolder = userPresetFolder,
+             .designerFolder = getOrCreateFolder (machineFolder, "DesignersPresets"),
+             .initPresetFile = factoryFolder.getChildFile ("Init" + presetExtension),
+             .presetExtension = presetExtension };
 }
 } // namespace cv::pluginCore

@@ -221,9 +221,12 @@ void LiteralModel::prepare (double newRate, int samplesPerBlock, const Values& v
 
 void LiteralModel::setParameters (const Values& asked)
 {
-    const Values values { finiteOr (50.0f, asked.mixPercent),          finiteOr (0.0f, asked.degradePercent),
-                          finiteOr (1000.0f, asked.delayMilliseconds), finiteOr (50.0f, asked.feedbackPercent),
-                          finiteOr (5000.0f, asked.lowpassHz),         finiteOr (0.0f, asked.resonancePercent) };
+    const Values values { .mixPercent = finiteOr (50.0f, asked.mixPercent),
+                          .degradePercent = finiteOr (0.0f, asked.degradePercent),
+                          .delayMilliseconds = finiteOr (1000.0f, asked.delayMilliseconds),
+                          .feedbackPercent = finiteOr (50.0f, asked.feedbackPercent),
+                          .lowpassHz = finiteOr (5000.0f, asked.lowpassHz),
+                          .resonancePercent = finiteOr (0.0f, asked.resonancePercent) };
 
     const auto mix = values.mixPercent * 0.01f;
     dryGain.setTarget (1.0f - mix);

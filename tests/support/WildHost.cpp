@@ -85,9 +85,12 @@ bool WildHost::areSame (const juce::AudioBuffer<float>& processed, int blockInde
 
 LiteralModel::Values WildHost::values()
 {
-    return { harness.parameter ("mix").get(),     harness.parameter ("degrade").get(),
-             harness.parameter ("delay").get(),   harness.parameter ("feedback").get(),
-             harness.parameter ("lowpass").get(), harness.parameter ("resonance").get() };
+    return { .mixPercent = harness.parameter ("mix").get(),
+             .degradePercent = harness.parameter ("degrade").get(),
+             .delayMilliseconds = harness.parameter ("delay").get(),
+             .feedbackPercent = harness.parameter ("feedback").get(),
+             .lowpassHz = harness.parameter ("lowpass").get(),
+             .resonancePercent = harness.parameter ("resonance").get() };
 }
 
 void WildHost::setParameters (const LiteralModel::Values& newValues)

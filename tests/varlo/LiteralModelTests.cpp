@@ -101,7 +101,12 @@ TEST (LiteralModelChange, OfTheSampleRateAgreesToo)
     for (const auto sampleRate : { 44100.0, 48000.0, 32000.0, 32000.0, 96000.0 })
     {
         harness.prepare (sampleRate, 256);
-        const LiteralModel::Values values { 50.0f, 0.0f, 1000.0f, 50.0f, 5000.0f, 0.0f };
+        const LiteralModel::Values values { .mixPercent = 50.0f,
+                                            .degradePercent = 0.0f,
+                                            .delayMilliseconds = 1000.0f,
+                                            .feedbackPercent = 50.0f,
+                                            .lowpassHz = 5000.0f,
+                                            .resonancePercent = 0.0f };
 
         const juce::ScopedNoDenormals noDenormals;
         model.prepare (sampleRate, 256, values);

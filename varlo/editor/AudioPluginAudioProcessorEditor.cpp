@@ -1,7 +1,6 @@
 #include "editor/AudioPluginAudioProcessorEditor.h"
 
 #include "editor/EditorLayout.h"
-#include "parameters/ParameterIds.h"
 
 #include <VarloResources.h>
 
@@ -25,17 +24,11 @@ AudioPluginAudioProcessorEditor::AudioPluginAudioProcessorEditor (AudioPluginAud
     , header (audioProcessor.getPresetsManager(), &audioProcessor.getUndoManager())
     , spectrogram (audioProcessor.getFFTProcessor())
     , aboutPanel (audioProcessor)
-    , delaySlider (audioProcessor.getValueTreeState(), parameterIds::delay, "Delay")
-    , feedbackSlider (audioProcessor.getValueTreeState(), parameterIds::feedback, "Feedback")
-    , lowpassSlider (audioProcessor.getValueTreeState(), parameterIds::lowpass, "Lowpass")
-    , resonanceSlider (audioProcessor.getValueTreeState(), parameterIds::resonance, "Reso")
-    , degradeSlider (audioProcessor.getValueTreeState(), parameterIds::degrade, "Degrade")
-    , mixSlider (audioProcessor.getValueTreeState(), parameterIds::mix, "Mix")
     , tapButton (longestTapIntervalMs)
     , delayParameter (findDelayParameter (audioProcessor.getValueTreeState()))
     , delayAttachment (delayParameter, [this] (float) { followDelay(); })
 {
-    addComponents();
+    addComponents (audioProcessor.getValueTreeState());
     setUpLogo();
 
     header.onLogoClicked = [this] { aboutPanel.setVisible (true); };
@@ -53,11 +46,10 @@ AudioPluginAudioProcessorEditor::~AudioPluginAudioProcessorEditor()
     setLookAndFeel (nullptr);
 }
 
-void AudioPluginAudioProcessorEditor::addComponents()
+void AudioPluginAudioProcessorEditor::addComponents (juce::AudioProcessorValueTreeState& state)
 {
-    for (auto* const slider :
-         { &delaySlider, &feedbackSlider, &degradeSlider, &mixSlider, &lowpassSlider, &resonanceSlider })
-        addAndMakeVisible (slider);
+    for (const auto& knob : editorKnobs)
+        addAndMakeVisible (knobs.add (std::make_unique<LabelledSlider> (state, knob.parameterId, knob.caption)));
 
     addAndMakeVisible (header);
     addAndMakeVisible (tapButton);
@@ -108,11 +100,8 @@ void AudioPluginAudioProcessorEditor::resized()
     spectrogram.setBounds (layout.spectrogram);
     tapButton.setBounds (layout.tapButton);
     led.setBounds (layout.led);
-    delaySlider.setBounds (layout.delay);
-    feedbackSlider.setBounds (layout.feedback);
-    degradeSlider.setBounds (layout.degrade);
-    lowpassSlider.setBounds (layout.lowpass);
-    resonanceSlider.setBounds (layout.resonance);
-    mixSlider.setBounds (layout.mix);
+
+    for (size_t i = 0; i < layout.knobs.size(); ++i)
+        knobs[static_cast<int> (i)]->setBounds (layout.knobs[i]);
 }
 } // namespace cv::varlo

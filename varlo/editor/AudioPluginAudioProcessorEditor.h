@@ -36,7 +36,7 @@ public:
 private:
     using DefaultPluginLookAndFeel = pluginCore::DefaultLookAndFeel<PluginLookAndFeel>;
 
-    void addComponents();
+    void addComponents (juce::AudioProcessorValueTreeState&);
     void setUpLogo();
     void followDelay();
     void setDelay (double ms);
@@ -46,12 +46,7 @@ private:
     pluginCore::PluginHeaderComponent header;
     SpectrogramComponent spectrogram;
     AboutComponent aboutPanel;
-    LabelledSlider delaySlider;
-    LabelledSlider feedbackSlider;
-    LabelledSlider lowpassSlider;
-    LabelledSlider resonanceSlider;
-    LabelledSlider degradeSlider;
-    LabelledSlider mixSlider;
+    juce::OwnedArray<LabelledSlider> knobs; // in the order of editorKnobs
     BlinkingLed led;
     TapButton tapButton;
     juce::AudioParameterFloat& delayParameter; // milliseconds

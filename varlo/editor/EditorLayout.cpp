@@ -23,24 +23,23 @@ void layOutTapColumn (EditorLayout& layout, Area row, int columnWidth, int avail
     layout.led = { x + (columnWidth - ledSize) / 2, y + buttonHeight + (buttonHeight - ledSize) / 2, ledSize, ledSize };
 }
 
-/** Six knobs of equal width with a gap before each group, from left to right as far as the row reaches. */
+/** Knobs of equal width with a gap before each group, from left to right as far as the row reaches. */
 void layOutKnobs (EditorLayout& layout, Area row)
 {
-    const auto shareOfSeven = portion (0.14285715f, row.getWidth());
-    const auto widthForKnobs = juce::jmax (row.getWidth() - (shareOfSeven / 2) * 2, 0);
-    const auto knobWidth = portion (0.16666667f, widthForKnobs);
-    const auto gap = shareOfSeven / 4;
+    constexpr auto numKnobs = static_cast<float> (editorKnobs.size());
 
-    row.removeFromLeft (gap);
-    layout.delay = row.removeFromLeft (knobWidth);
-    layout.feedback = row.removeFromLeft (knobWidth);
-    row.removeFromLeft (gap);
-    layout.degrade = row.removeFromLeft (knobWidth);
-    row.removeFromLeft (gap);
-    layout.lowpass = row.removeFromLeft (knobWidth);
-    layout.resonance = row.removeFromLeft (knobWidth);
-    row.removeFromLeft (gap);
-    layout.mix = row.removeFromLeft (knobWidth);
+    // As much as one knob more would take is left for the gaps.
+    const auto widthForGaps = portion (1.0f / (numKnobs + 1.0f), row.getWidth());
+    const auto widthForKnobs = juce::jmax (row.getWidth() - (widthForGaps / 2) * 2, 0);
+    const auto knobWidth = portion (1.0f / numKnobs, widthForKnobs);
+
+    for (size_t i = 0; i < editorKnobs.size(); ++i)
+    {
+        if (editorKnobs[i].beginsGroup)
+            row.removeFromLeft (widthForGaps / 4);
+
+        layout.knobs[i] = row.removeFromLeft (knobWidth);
+    }
 }
 } // namespace
 

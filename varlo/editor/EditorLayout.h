@@ -1,11 +1,31 @@
 #pragma once
 
-#include <juce_graphics/juce_graphics.h>
+#include "parameters/Parameters.h"
+
+#include <array>
 
 namespace cv::varlo
 {
+/** A knob of the editor. */
+struct EditorKnob
+{
+    const char* parameterId;
+    const char* caption;
+    bool beginsGroup;
+};
+
+/** The knobs from left to right, with a gap before each group. */
+inline constexpr std::array editorKnobs {
+    EditorKnob { .parameterId = parameterIds::delay, .caption = "Delay", .beginsGroup = true },
+    EditorKnob { .parameterId = parameterIds::feedback, .caption = "Feedback", .beginsGroup = false },
+    EditorKnob { .parameterId = parameterIds::degrade, .caption = "Degrade", .beginsGroup = true },
+    EditorKnob { .parameterId = parameterIds::lowpass, .caption = "Lowpass", .beginsGroup = true },
+    EditorKnob { .parameterId = parameterIds::resonance, .caption = "Reso", .beginsGroup = false },
+    EditorKnob { .parameterId = parameterIds::mix, .caption = "Mix", .beginsGroup = true },
+};
+
 /** Where the editor's children lie: the header, the spectrogram below it, and a row with the tap button, the LED
-    and the knobs in the groups Delay and Feedback; Degrade; Lowpass and Reso; Mix.
+    and the knobs.
 */
 struct EditorLayout
 {
@@ -13,12 +33,7 @@ struct EditorLayout
     juce::Rectangle<int> spectrogram;
     juce::Rectangle<int> tapButton;
     juce::Rectangle<int> led;
-    juce::Rectangle<int> delay;
-    juce::Rectangle<int> feedback;
-    juce::Rectangle<int> degrade;
-    juce::Rectangle<int> lowpass;
-    juce::Rectangle<int> resonance;
-    juce::Rectangle<int> mix;
+    std::array<juce::Rectangle<int>, editorKnobs.size()> knobs; // in the order of editorKnobs
 };
 
 /** For an editor of this size in pixels, neither below 0. Where the space runs out, the rightmost knobs get

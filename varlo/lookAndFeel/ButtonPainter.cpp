@@ -21,8 +21,11 @@ float getCornerSize (int height) noexcept
 
 ButtonState getButtonState (const juce::Button& button, bool isHighlighted, bool isDown)
 {
-    return { button.isEnabled(), isHighlighted, isDown, button.getToggleState(),
-             button.findParentComponentOfClass<pluginCore::PresetsBar>() != nullptr };
+    return { .isEnabled = button.isEnabled(),
+             .isHighlighted = isHighlighted,
+             .isDown = isDown,
+             .isToggled = button.getToggleState(),
+             .isInPresetsBar = button.findParentComponentOfClass<pluginCore::PresetsBar>() != nullptr };
 }
 
 juce::Path makeButtonShape (int width, int height)

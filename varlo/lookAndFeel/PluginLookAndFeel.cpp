@@ -106,7 +106,12 @@ void PluginLookAndFeel::drawPopupMenuItem (juce::Graphics& g,
         return;
     }
 
-    const MenuItemState item { isActive, isHighlighted, isTicked, hasSubMenu, text, shortcutText };
+    const MenuItemState item { .isActive = isActive,
+                               .isHighlighted = isHighlighted,
+                               .isTicked = isTicked,
+                               .hasSubMenu = hasSubMenu,
+                               .text = text,
+                               .shortcutText = shortcutText };
     const auto ownColour = textColour != nullptr ? *textColour : findColour (juce::PopupMenu::textColourId);
     const auto colour = item.standsOut() ? findColour (juce::PopupMenu::highlightedTextColourId) : ownColour;
     paintMenuItem (g, area, item, getPopupMenuFont(), colour);
@@ -169,10 +174,16 @@ void PluginLookAndFeel::drawLinearSlider (juce::Graphics& g,
                                           juce::Slider& slider)
 {
     paintLinearSlider (g, { x, y, width, height },
-                       { style, sliderPosition, minSliderPosition, maxSliderPosition, slider.getTextBoxWidth() != 0,
-                         slider.isEnabled(), isHovered (slider), slider.getMouseXYRelative().toFloat(),
-                         slider.findColour (juce::Slider::trackColourId, true),
-                         slider.findColour (juce::Slider::thumbColourId, true) });
+                       { .style = style,
+                         .position = sliderPosition,
+                         .minPosition = minSliderPosition,
+                         .maxPosition = maxSliderPosition,
+                         .hasTextBox = slider.getTextBoxWidth() != 0,
+                         .isEnabled = slider.isEnabled(),
+                         .isHovered = isHovered (slider),
+                         .mousePosition = slider.getMouseXYRelative().toFloat(),
+                         .track = slider.findColour (juce::Slider::trackColourId, true),
+                         .thumb = slider.findColour (juce::Slider::thumbColourId, true) });
 }
 
 void PluginLookAndFeel::drawRotarySlider (juce::Graphics& g,

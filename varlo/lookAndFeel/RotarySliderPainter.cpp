@@ -83,14 +83,14 @@ RotarySliderState getRotarySliderState (juce::Slider& slider,
                                         float rangeStartAngle,
                                         float rangeEndAngle)
 {
-    return { getArcStartAngle (slider, rangeStartAngle, rangeEndAngle),
-             rangeStartAngle + position * (rangeEndAngle - rangeStartAngle),
-             rangeEndAngle,
-             slider.isEnabled(),
-             isHovered (slider),
-             shadowOffsetFor (slider),
-             slider.findColour (juce::Slider::trackColourId, true),
-             slider.findColour (juce::Slider::thumbColourId, true) };
+    return { .arcStartAngle = getArcStartAngle (slider, rangeStartAngle, rangeEndAngle),
+             .valueAngle = rangeStartAngle + position * (rangeEndAngle - rangeStartAngle),
+             .rangeEndAngle = rangeEndAngle,
+             .isEnabled = slider.isEnabled(),
+             .isHovered = isHovered (slider),
+             .shadowOffset = shadowOffsetFor (slider),
+             .track = slider.findColour (juce::Slider::trackColourId, true),
+             .thumb = slider.findColour (juce::Slider::thumbColourId, true) };
 }
 
 juce::Colour getRotaryTrackColour (const RotarySliderState& state) noexcept

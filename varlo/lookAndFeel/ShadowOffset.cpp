@@ -22,7 +22,9 @@ juce::Point<int> shadowOffsetFor (const juce::Component& control)
 {
     const auto isMouseOver = control.isMouseOverOrDragging (true);
 
-    return getShadowOffset ({ control.isEnabled(), isMouseOver, isMouseOver && control.isMouseButtonDown (true),
-                              juce::ModifierKeys::getCurrentModifiersRealtime() });
+    return getShadowOffset ({ .isEnabled = control.isEnabled(),
+                              .isMouseOver = isMouseOver,
+                              .isMouseDown = isMouseOver && control.isMouseButtonDown (true),
+                              .modifiers = juce::ModifierKeys::getCurrentModifiersRealtime() });
 }
 } // namespace cv::varlo

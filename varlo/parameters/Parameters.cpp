@@ -1,29 +1,71 @@
 #include "parameters/Parameters.h"
 
 #include "parameters/NumberRange.h"
-#include "parameters/ParameterIds.h"
 #include "parameters/ValueText.h"
+
+#include <array>
 
 namespace cv::varlo
 {
 namespace
 {
-using Range = juce::NormalisableRange<float>;
-
 // The skew of a range that has its middle at c is ln 0.5 / ln((c - start) / (end - start)).
 constexpr float delaySkew = 0.30091232f;   // 1000 ms
 constexpr float lowpassSkew = 0.29985148f; // 2000 Hz
 
-const Range percentRange = pluginCore::makeNumberRange (0.0f, 100.0f);
-const Range delayRangeMilliseconds = pluginCore::makeNumberRange (1.0f, 10000.0f, delaySkew);
-const Range lowpassRangeHz = pluginCore::makeNumberRange (20.0f, 20000.0f, lowpassSkew);
+/** All there is to say about a parameter. Range and default are in the unit that it shows. */
+struct Description
+{
+    const char* id;
+    const char* name;
+    juce::NormalisableRange<float> range;
+    float defaultValue;
+    juce::AudioParameterFloatAttributes texts;
+    float ParameterValues::*value;
+};
 
-constexpr ParameterValues defaults { .mixPercent = 50.0f,
-                                     .degradePercent = 0.0f,
-                                     .delayMilliseconds = 1000.0f,
-                                     .feedbackPercent = 50.0f,
-                                     .lowpassHz = 5000.0f,
-                                     .resonancePercent = 0.0f };
+/** The parameters in host order. */
+const std::array descriptions {
+    Description { .id = parameterIds::mix,
+                  .name = "Mix",
+                  .range = pluginCore::makeNumberRange (0.0f, 100.0f),
+                  .defaultValue = 50.0f,
+                  .texts = getPercentAttributes (0),
+                  .value = &ParameterValues::mixPercent },
+    Description { .id = parameterIds::degrade,
+                  .name = "Degrade",
+                  .range = pluginCore::makeNumberRange (0.0f, 100.0f),
+                  .defaultValue = 0.0f,
+                  .texts = getPercentAttributes (0),
+                  .value = &ParameterValues::degradePercent },
+    Description { .id = parameterIds::delay,
+                  .name = "Delay",
+                  .range = pluginCore::makeNumberRange (1.0f, 10000.0f, delaySkew),
+                  .defaultValue = 1000.0f,
+                  .texts = getTimeAttributes (1),
+                  .value = &ParameterValues::delayMilliseconds },
+    Description { .id = parameterIds::feedback,
+                  .name = "Feedback",
+                  .range = pluginCore::makeNumberRange (0.0f, 100.0f),
+                  .defaultValue = 50.0f,
+                  .texts = getPercentAttributes (0),
+                  .value = &ParameterValues::feedbackPercent },
+    Description { .id = parameterIds::lowpass,
+                  .name = "Lowpass",
+                  .range = pluginCore::makeNumberRange (20.0f, 20000.0f, lowpassSkew),
+                  .defaultValue = 5000.0f,
+                  .texts = getFreqAttributes (0),
+                  .value = &ParameterValues::lowpassHz },
+    Description { .id = parameterIds::resonance,
+                  .name = "Resonance",
+                  .range = pluginCore::makeNumberRange (0.0f, 100.0f),
+                  .defaultValue = 0.0f,
+                  .texts = getPercentAttributes (0),
+                  .value = &ParameterValues::resonancePercent },
+};
+
+static_assert (sizeof (ParameterValues) == std::tuple_size_v<decltype (descriptions)> * sizeof (float),
+               "each value has its parameter");
 
 /** A filter that has once been fed with NaN gives nothing else from then on. */
 float finiteOr (float defaultValue, const juce::AudioParameterFloat& parameter) noexcept
@@ -31,50 +73,34 @@ float finiteOr (float defaultValue, const juce::AudioParameterFloat& parameter) 
     const auto value = parameter.get();
     return std::isfinite (value) ? value : defaultValue;
 }
-
-const juce::AudioParameterFloat& find (const juce::AudioProcessorValueTreeState& tree, const char* id)
-{
-    return dynamic_cast<const juce::AudioParameterFloat&> (*tree.getParameter (id));
-}
 } // namespace
 
 juce::AudioProcessorValueTreeState::ParameterLayout Parameters::createLayout()
 {
-    const auto makeParameter = [] (const char* id, const char* name, const Range& range, float value, const auto& texts)
-    {
-        constexpr auto version = 1;
-        return std::make_unique<juce::AudioParameterFloat> (juce::ParameterID (id, version), name, range, value, texts);
-    };
+    constexpr auto version = 1;
+    juce::AudioProcessorValueTreeState::ParameterLayout layout;
 
-    const auto percent = getPercentAttributes (0);
-    const auto time = getTimeAttributes (1);
-    const auto freq = getFreqAttributes (0);
+    for (const auto& description : descriptions)
+        layout.add (std::make_unique<juce::AudioParameterFloat> (juce::ParameterID (description.id, version),
+                                                                 description.name, description.range,
+                                                                 description.defaultValue, description.texts));
 
-    return { makeParameter (parameterIds::mix, "Mix", percentRange, defaults.mixPercent, percent),
-             makeParameter (parameterIds::degrade, "Degrade", percentRange, defaults.degradePercent, percent),
-             makeParameter (parameterIds::delay, "Delay", delayRangeMilliseconds, defaults.delayMilliseconds, time),
-             makeParameter (parameterIds::feedback, "Feedback", percentRange, defaults.feedbackPercent, percent),
-             makeParameter (parameterIds::lowpass, "Lowpass", lowpassRangeHz, defaults.lowpassHz, freq),
-             makeParameter (parameterIds::resonance, "Resonance", percentRange, defaults.resonancePercent, percent) };
+    return layout;
 }
 
 Parameters::Parameters (const juce::AudioProcessorValueTreeState& tree)
-    : mix (find (tree, parameterIds::mix))
-    , degrade (find (tree, parameterIds::degrade))
-    , delay (find (tree, parameterIds::delay))
-    , feedback (find (tree, parameterIds::feedback))
-    , lowpass (find (tree, parameterIds::lowpass))
-    , resonance (find (tree, parameterIds::resonance))
 {
+    for (const auto& description : descriptions)
+        parameters.push_back (&dynamic_cast<const juce::AudioParameterFloat&> (*tree.getParameter (description.id)));
 }
 
 ParameterValues Parameters::getValues() const noexcept
 {
-    return { .mixPercent = finiteOr (defaults.mixPercent, mix),
-             .degradePercent = finiteOr (defaults.degradePercent, degrade),
-             .delayMilliseconds = finiteOr (defaults.delayMilliseconds, delay),
-             .feedbackPercent = finiteOr (defaults.feedbackPercent, feedback),
-             .lowpassHz = finiteOr (defaults.lowpassHz, lowpass),
-             .resonancePercent = finiteOr (defaults.resonancePercent, resonance) };
+    ParameterValues values {};
+
+    for (size_t i = 0; i < descriptions.size(); ++i)
+        values.*descriptions[i].value = finiteOr (descriptions[i].defaultValue, *parameters[i]);
+
+    return values;
 }
 } // namespace cv::varlo

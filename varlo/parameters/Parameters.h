@@ -6,6 +6,17 @@
 
 namespace cv::varlo
 {
+/** What saved projects, presets and hosts know the parameters by. */
+namespace parameterIds
+{
+inline constexpr auto mix = "mix";
+inline constexpr auto degrade = "degrade";
+inline constexpr auto delay = "delay";
+inline constexpr auto feedback = "feedback";
+inline constexpr auto lowpass = "lowpass";
+inline constexpr auto resonance = "resonance";
+} // namespace parameterIds
+
 /** The six parameters of the product: what they are, and where their values are read. */
 class Parameters
 {
@@ -22,11 +33,6 @@ public:
     ParameterValues getValues() const noexcept;
 
 private:
-    const juce::AudioParameterFloat& mix;
-    const juce::AudioParameterFloat& degrade;
-    const juce::AudioParameterFloat& delay;
-    const juce::AudioParameterFloat& feedback;
-    const juce::AudioParameterFloat& lowpass;
-    const juce::AudioParameterFloat& resonance;
+    std::vector<const juce::AudioParameterFloat*> parameters; // in host order
 };
 } // namespace cv::varlo

@@ -20,7 +20,12 @@ constexpr double rate = 44100.0;
 constexpr int oneSecond = 44100;
 constexpr int mixRampSamples = 220; // 5 ms, 220.5 samples, rounded down
 
-constexpr ParameterValues defaults { 50.0f, 0.0f, 1000.0f, 50.0f, 5000.0f, 0.0f };
+constexpr ParameterValues defaults { .mixPercent = 50.0f,
+                                     .degradePercent = 0.0f,
+                                     .delayMilliseconds = 1000.0f,
+                                     .feedbackPercent = 50.0f,
+                                     .lowpassHz = 5000.0f,
+                                     .resonancePercent = 0.0f };
 
 ParameterValues with (float ParameterValues::*parameter, float value, ParameterValues values = defaults)
 {

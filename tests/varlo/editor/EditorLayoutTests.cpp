@@ -12,8 +12,9 @@ using Area = juce::Rectangle<int>;
 
 std::vector<Area> getAreas (const EditorLayout& layout)
 {
-    return { layout.header,   layout.spectrogram, layout.tapButton, layout.led,       layout.delay,
-             layout.feedback, layout.degrade,     layout.lowpass,   layout.resonance, layout.mix };
+    std::vector<Area> areas { layout.header, layout.spectrogram, layout.tapButton, layout.led };
+    areas.insert (areas.end(), layout.knobs.begin(), layout.knobs.end());
+    return areas;
 }
 
 TEST (EditorLayoutTest, FollowsTheWorkedSizes)
@@ -23,12 +24,12 @@ TEST (EditorLayoutTest, FollowsTheWorkedSizes)
     EXPECT_EQ (layout.spectrogram, Area (28, 69, 994, 342));
     EXPECT_EQ (layout.tapButton, Area (48, 464, 69, 34));
     EXPECT_EQ (layout.led, Area (76, 508, 13, 13));
-    EXPECT_EQ (layout.delay, Area (136, 432, 130, 139));
-    EXPECT_EQ (layout.feedback, Area (266, 432, 130, 139));
-    EXPECT_EQ (layout.degrade, Area (428, 432, 130, 139));
-    EXPECT_EQ (layout.lowpass, Area (590, 432, 130, 139));
-    EXPECT_EQ (layout.resonance, Area (720, 432, 130, 139));
-    EXPECT_EQ (layout.mix, Area (882, 432, 130, 139));
+    EXPECT_EQ (layout.knobs[0], Area (136, 432, 130, 139));
+    EXPECT_EQ (layout.knobs[1], Area (266, 432, 130, 139));
+    EXPECT_EQ (layout.knobs[2], Area (428, 432, 130, 139));
+    EXPECT_EQ (layout.knobs[3], Area (590, 432, 130, 139));
+    EXPECT_EQ (layout.knobs[4], Area (720, 432, 130, 139));
+    EXPECT_EQ (layout.knobs[5], Area (882, 432, 130, 139));
 }
 
 TEST (EditorLayoutTest, FollowsTheSameRulesWhenSmall)
@@ -38,8 +39,8 @@ TEST (EditorLayoutTest, FollowsTheSameRulesWhenSmall)
     EXPECT_EQ (layout.spectrogram, Area (5, 12, 90, 59));
     EXPECT_EQ (layout.tapButton, Area (8, 80, 12, 6));
     EXPECT_EQ (layout.led, Area (13, 88, 2, 2));
-    EXPECT_EQ (layout.delay, Area (20, 74, 11, 25));
-    EXPECT_EQ (layout.mix, Area (81, 74, 11, 25));
+    EXPECT_EQ (layout.knobs[0], Area (20, 74, 11, 25));
+    EXPECT_EQ (layout.knobs[5], Area (81, 74, 11, 25));
 }
 
 TEST (EditorLayoutTest, SharesTheHeightInDoublePrecision)
@@ -48,7 +49,7 @@ TEST (EditorLayoutTest, SharesTheHeightInDoublePrecision)
     const auto layout = layOutEditor (204, 102);
     EXPECT_EQ (layout.header, Area (0, 0, 204, 12));
     EXPECT_EQ (layout.spectrogram, Area (5, 12, 194, 60));
-    EXPECT_EQ (layout.delay.getY(), 12 + 62 + 1);
+    EXPECT_EQ (layout.knobs[0].getY(), 12 + 62 + 1);
 }
 
 TEST (EditorLayoutTest, HasNothingToShareOutInNoSpace)
@@ -67,8 +68,7 @@ TEST (EditorLayoutTest, InAHighEditorTheKnobsGoFirst)
     EXPECT_EQ (layout.spectrogram.getWidth(), 100);
     EXPECT_EQ (layout.tapButton.getWidth(), 239);
 
-    for (const auto& knob :
-         { layout.delay, layout.feedback, layout.degrade, layout.lowpass, layout.resonance, layout.mix })
+    for (const auto& knob : layout.knobs)
         EXPECT_EQ (knob.getWidth(), 0);
 }
 
@@ -77,15 +77,14 @@ TEST (EditorLayoutTest, InAWideEditorTheKnobsKeepTheRowsHeight)
     const auto layout = layOutEditor (5000, 200);
     EXPECT_EQ (layout.header, Area (0, 0, 5000, 24));
 
-    for (const auto& knob :
-         { layout.delay, layout.feedback, layout.degrade, layout.lowpass, layout.resonance, layout.mix })
+    for (const auto& knob : layout.knobs)
     {
-        EXPECT_EQ (knob.getHeight(), layout.delay.getHeight());
-        EXPECT_EQ (knob.getWidth(), layout.delay.getWidth());
+        EXPECT_EQ (knob.getHeight(), layout.knobs.front().getHeight());
+        EXPECT_EQ (knob.getWidth(), layout.knobs.front().getWidth());
         EXPECT_GT (knob.getWidth(), 500);
     }
 
-    EXPECT_LE (layout.mix.getRight(), 5000 - 10);
+    EXPECT_LE (layout.knobs.back().getRight(), 5000 - 10);
 }
 
 TEST (EditorLayoutTest, HasNoNegativeSizesAndNeverPassesTheRightMargin)
@@ -108,8 +107,7 @@ TEST (EditorLayoutTest, HasNoNegativeSizesAndNeverPassesTheRightMargin)
         const auto rowEnd = layout.spectrogram.getRight();
         auto end = 0;
 
-        for (const auto& knob :
-             { layout.delay, layout.feedback, layout.degrade, layout.lowpass, layout.resonance, layout.mix })
+        for (const auto& knob : layout.knobs)
         {
             ASSERT_GE (knob.getX(), end) << width << 'x' << height;
             end = knob.getRight();

@@ -1,12 +1,20 @@
 #include "editor/PluginHeaderComponent.h"
 
 #include "lookAndFeel/ColourIds.h"
-#include "lookAndFeel/Portion.h"
 
 #include <PluginCoreResources.h>
 
 namespace cv::pluginCore
 {
+namespace
+{
+/** The area without margins that are proportions of its width, at the sides, and of its height. */
+juce::Rectangle<int> withoutMargins (juce::Rectangle<int> area, float atSides, float aboveAndBelow)
+{
+    return area.reduced (area.proportionOfWidth (atSides), area.proportionOfHeight (aboveAndBelow));
+}
+} // namespace
+
 PluginHeaderComponent::PluginHeaderComponent (PresetsManager& store, juce::UndoManager* manager)
     : presetsBar (store)
     , undoManager (manager)
@@ -102,31 +110,16 @@ void PluginHeaderComponent::resized()
         return;
     }
 
-    const auto marginX = portion (0.03f, getWidth());
-    const auto marginY = portion (0.1f, getHeight());
-    const auto innerWidth = juce::jmax (getWidth() - 2 * marginX, 0);
-    const auto innerHeight = juce::jmax (getHeight() - 2 * marginY, 0);
-
-    const auto infoSpace = portion (0.2f, innerWidth);
-    const auto logoWidth = juce::jmin (infoSpace / 2, innerWidth);
-    logoButton.setBounds (marginX, marginY, logoWidth, innerHeight);
-
-    const auto infoWidth = juce::jmin (innerWidth - logoWidth, infoSpace);
-    infoButton.setBounds (innerWidth + marginX - infoWidth, marginY, infoWidth, innerHeight);
-
+    auto area = withoutMargins (getLocalBounds(), 0.03f, 0.1f);
+    const auto infoWidth = area.proportionOfWidth (0.2f);
+    logoButton.setBounds (area.removeFromLeft (infoWidth / 2));
+    infoButton.setBounds (area.removeFromRight (infoWidth));
     presetsBar.setBounds (getPresetsBarArea());
 }
 
 juce::Rectangle<int> PluginHeaderComponent::getPresetsBarArea() const
 {
-    const auto outerX = portion (0.2f, getWidth());
-    const auto outerY = portion (0.15f, getHeight());
-    const auto width = juce::jmax (getWidth() - 2 * outerX, 0);
-    const auto height = juce::jmax (getHeight() - 2 * outerY, 0);
-
-    const auto x = portion (0.23f, width);
-    const auto y = portion (0.1f, height);
-    return { outerX + x, outerY + y, juce::jmax (width - 2 * x, 0), juce::jmax (height - 2 * y, 0) };
+    return withoutMargins (withoutMargins (getLocalBounds(), 0.2f, 0.15f), 0.23f, 0.1f);
 }
 
 void PluginHeaderComponent::timerCallback()

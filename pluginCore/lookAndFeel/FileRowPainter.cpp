@@ -10,11 +10,6 @@ constexpr auto leastWidthWithDetails = 451;
 constexpr auto iconMargin = 2;
 constexpr auto columnGap = 8;
 
-juce::Rectangle<int> makeArea (int left, int top, int right, int bottom)
-{
-    return { left, top, juce::jmax (right - left, 0), juce::jmax (bottom - top, 0) };
-}
-
 void paintText (juce::Graphics& g,
                 const juce::String& text,
                 juce::Rectangle<int> area,
@@ -27,25 +22,26 @@ void paintText (juce::Graphics& g,
 FileRowLayout layOutFileRow (int width, int height, bool hasIcon, bool isDirectory)
 {
     const auto widthFraction = [width] (float part) { return juce::roundToInt (part * static_cast<float> (width)); };
+    const juce::Rectangle<int> row (width, height);
     const auto nameX = juce::roundToInt ((hasIcon ? 1.5f : 0.5f) * static_cast<float> (height));
 
     FileRowLayout layout;
     layout.hasDetails = width >= leastWidthWithDetails && ! isDirectory;
 
     if (hasIcon)
-        layout.icon = makeArea (iconMargin, iconMargin, nameX - iconMargin, height - iconMargin);
+        layout.icon = row.withWidth (nameX).reduced (iconMargin);
 
     if (layout.hasDetails)
     {
         const auto sizeX = widthFraction (0.7f);
         const auto timeX = widthFraction (0.8f);
-        layout.name = makeArea (nameX, 0, sizeX, height);
-        layout.size = makeArea (sizeX, 0, timeX - columnGap, height);
-        layout.time = makeArea (timeX, 0, width - columnGap, height);
+        layout.name = row.withWidth (sizeX).withLeft (nameX);
+        layout.size = row.withWidth (timeX - columnGap).withLeft (sizeX);
+        layout.time = row.withWidth (width - columnGap).withLeft (timeX);
     }
     else
     {
-        layout.name = makeArea (nameX, 0, width, height);
+        layout.name = row.withLeft (nameX);
     }
 
     return layout;

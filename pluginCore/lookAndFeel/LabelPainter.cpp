@@ -9,17 +9,11 @@ namespace
 constexpr auto disabledAlpha = 0.4f;
 constexpr auto outlineThickness = 1.0f;
 
-bool isVerticalStyle (juce::Slider::SliderStyle style)
-{
-    return style == juce::Slider::LinearVertical || style == juce::Slider::LinearBarVertical
-           || style == juce::Slider::TwoValueVertical || style == juce::Slider::ThreeValueVertical;
-}
-
 float getFontHeightInSlider (const juce::Label& label, const juce::Slider& slider)
 {
     const auto textIsTurned = static_cast<bool> (label.getProperties()["vertical"]);
     const auto lineHeight = static_cast<float> (textIsTurned ? label.getWidth() : label.getHeight());
-    return lineHeight * (isVerticalStyle (slider.getSliderStyle()) ? 0.6f : 0.9f);
+    return lineHeight * (slider.isVertical() ? 0.6f : 0.9f);
 }
 
 void paintOutline (juce::Graphics& g, const juce::Label& label, float alpha)

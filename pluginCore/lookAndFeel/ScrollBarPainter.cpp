@@ -10,8 +10,7 @@ juce::Rectangle<int> getScrollBarThumbArea (juce::Rectangle<int> barArea,
     const auto area = isVertical ? barArea.withY (thumbStart).withHeight (thumbSize)
                                  : barArea.withX (thumbStart).withWidth (thumbSize);
 
-    return { area.getX() + 1, area.getY() + 1, juce::jmax (area.getWidth() - 2, 0),
-             juce::jmax (area.getHeight() - 2, 0) };
+    return area.reduced (1);
 }
 
 void paintScrollBarThumb (juce::Graphics& g, juce::Rectangle<int> thumbArea, juce::Colour thumbColour, bool isMouseOver)

@@ -18,13 +18,12 @@ void DisplayTextComponent::paint (juce::Graphics& g)
     constexpr auto cornerSize = 2.0f;
 
     g.setColour (findColour (displayTextBackgroundColourId));
-    g.fillRoundedRectangle (0.5f, 0.5f, static_cast<float> (juce::jmax (getWidth() - 1, 0)),
-                            static_cast<float> (juce::jmax (getHeight() - 1, 0)), cornerSize);
+    g.fillRoundedRectangle (getLocalBounds().toFloat().reduced (0.5f), cornerSize);
 }
 
 void DisplayTextComponent::resized()
 {
-    textEditor.setBounds (1, 1, juce::jmax (getWidth() - 2, 0), juce::jmax (getHeight() - 2, 0));
+    textEditor.setBounds (getLocalBounds().reduced (1));
 }
 
 void DisplayTextComponent::colourChanged()

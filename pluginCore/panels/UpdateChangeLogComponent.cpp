@@ -65,7 +65,7 @@ void UpdateChangeLogComponent::paint (juce::Graphics& g)
     constexpr juce::uint8 backdropAlpha = 0x66;
     constexpr auto cornerProportion = 0.02f;
 
-    const auto box = getChangeLogBox (boxArea, getWidth(), getHeight()).toFloat();
+    const auto box = getLocalBounds().getProportion (boxArea).toFloat();
 
     g.fillAll (juce::Colours::black.withAlpha (backdropAlpha));
     g.setColour (findColour (changeLogBackgroundColourId));
@@ -76,7 +76,7 @@ void UpdateChangeLogComponent::resized()
 {
     constexpr auto fontProportion = 0.5f;
 
-    const auto contentArea = getChangeLogContentArea (getChangeLogBox (boxArea, getWidth(), getHeight()));
+    const auto contentArea = getChangeLogContentArea (getLocalBounds().getProportion (boxArea));
     const auto rowHeight = getChangeLogRowHeight (contentArea);
     const auto layout = layOutChangeLog (contentArea, measureWidth (closeButton, contentArea.getWidth(), rowHeight),
                                          measureWidth (downloadButton, contentArea.getWidth(), rowHeight));

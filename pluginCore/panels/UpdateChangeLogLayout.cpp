@@ -1,29 +1,18 @@
 #include "panels/UpdateChangeLogLayout.h"
 
-#include "lookAndFeel/Portion.h"
-
 namespace cv::pluginCore
 {
-juce::Rectangle<int> getChangeLogBox (juce::Rectangle<float> proportions, int width, int height)
-{
-    return { portion (proportions.getX(), width), portion (proportions.getY(), height),
-             portion (proportions.getWidth(), width), portion (proportions.getHeight(), height) };
-}
-
 juce::Rectangle<int> getChangeLogContentArea (juce::Rectangle<int> box)
 {
     constexpr auto marginProportion = 0.08f;
 
-    const auto margin =
-        juce::jmin (portion (marginProportion, box.getHeight()), portion (marginProportion, box.getWidth()));
-
-    return { box.getX() + margin, box.getY() + margin, juce::jmax (box.getWidth() - 2 * margin, 0),
-             juce::jmax (box.getHeight() - 2 * margin, 0) };
+    return box.reduced (
+        juce::jmin (box.proportionOfHeight (marginProportion), box.proportionOfWidth (marginProportion)));
 }
 
 int getChangeLogRowHeight (juce::Rectangle<int> contentArea)
 {
-    return portion (0.12f, contentArea.getHeight());
+    return contentArea.proportionOfHeight (0.12f);
 }
 
 ChangeLogLayout layOutChangeLog (juce::Rectangle<int> contentArea, int bestCloseWidth, int bestDownloadWidth)
@@ -32,7 +21,6 @@ ChangeLogLayout layOutChangeLog (juce::Rectangle<int> contentArea, int bestClose
     const auto gap = rowHeight / 3;
     auto remaining = contentArea;
 
-    // Rectangle's removeFrom... take no more than there is.
     ChangeLogLayout layout;
     layout.title = remaining.removeFromTop (rowHeight);
     remaining.removeFromTop (gap);

@@ -4,11 +4,6 @@
 
 namespace cv::pluginCore
 {
-/** The box of a change log in units: its place in a component of that size, in proportions of it, truncated.
-    Any thread.
-*/
-juce::Rectangle<int> getChangeLogBox (juce::Rectangle<float> proportions, int width, int height);
-
 /** The part of the box that its contents may take. Any thread. */
 juce::Rectangle<int> getChangeLogContentArea (juce::Rectangle<int> box);
 

@@ -4,13 +4,10 @@ namespace cv::pluginCore
 {
 PresetsBarLayout layOutPresetsBar (int width, int height) noexcept
 {
-    const auto previousWidth = juce::jmin (width, height);
-    const auto inset = height / 6;
-    const auto rest = width - previousWidth;
-    const auto nextWidth = juce::jmin (rest, height);
+    juce::Rectangle<int> bar (width, height);
+    const auto previousButton = bar.removeFromLeft (height).reduced (0, height / 6);
+    const auto nextButton = bar.removeFromRight (height);
 
-    return { { 0, inset, previousWidth, height - 2 * inset },
-             { previousWidth, 0, rest - nextWidth, height },
-             { width - nextWidth, 0, nextWidth, height } };
+    return { .previousButton = previousButton, .presetsButton = bar, .nextButton = nextButton };
 }
 } // namespace cv::pluginCore

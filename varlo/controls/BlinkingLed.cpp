@@ -73,14 +73,13 @@ void BlinkingLed::paint (juce::Graphics& g)
 {
     setLedColour (productColour);
 
-    const auto width = static_cast<float> (getWidth());
-    const auto height = static_cast<float> (getHeight());
     constexpr auto rimThickness = 2.0f;
+    const auto area = getLocalBounds().toFloat();
 
     g.setColour (lit ? ledColour : juce::Colours::black);
-    g.fillEllipse (0.0f, 0.0f, width, height);
+    g.fillEllipse (area);
 
-    g.setGradientFill (juce::ColourGradient (rimTopColour, 0.0f, 0.0f, rimBottomColour, 0.0f, height, false));
-    g.drawEllipse (1.0f, 1.0f, juce::jmax (width - 2.0f, 0.0f), juce::jmax (height - 2.0f, 0.0f), rimThickness);
+    g.setGradientFill (juce::ColourGradient (rimTopColour, 0.0f, 0.0f, rimBottomColour, 0.0f, area.getHeight(), false));
+    g.drawEllipse (area.reduced (1.0f), rimThickness);
 }
 } // namespace cv::varlo

@@ -1,7 +1,5 @@
 #include "controls/LabelledSlider.h"
 
-#include "lookAndFeel/Portion.h"
-
 namespace cv::varlo
 {
 LabelledSlider::LabelledSlider (juce::AudioProcessorValueTreeState& state,
@@ -22,9 +20,9 @@ LabelledSlider::~LabelledSlider() = default;
 void LabelledSlider::resized()
 {
     constexpr auto sliderProportion = 0.7f;
-    const auto sliderHeight = juce::jmin (pluginCore::portion (sliderProportion, getHeight()), getHeight());
 
-    slider.setBounds (0, 0, getWidth(), sliderHeight);
-    label.setBounds (0, sliderHeight, getWidth(), getHeight() - sliderHeight);
+    auto area = getLocalBounds();
+    slider.setBounds (area.removeFromTop (area.proportionOfHeight (sliderProportion)));
+    label.setBounds (area);
 }
 } // namespace cv::varlo

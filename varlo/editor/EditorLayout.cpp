@@ -1,26 +1,21 @@
 #include "editor/EditorLayout.h"
 
-#include "lookAndFeel/Portion.h"
-
 namespace cv::varlo
 {
 namespace
 {
 using Area = juce::Rectangle<int>;
-using pluginCore::portion;
 
-/** Two buttons' heights share a column as high as the row: the tap button above its middle, the LED below. */
-void layOutTapColumn (EditorLayout& layout, Area row, int columnWidth, int availableWidth)
+/** Two buttons' heights share the column, as high as the row: the tap button above its middle, the LED below. */
+void layOutTapColumn (EditorLayout& layout, Area column)
 {
-    const auto buttonHeight = columnWidth / 2;
-    const auto ledSize = columnWidth / 5;
-    const auto rise = juce::roundToInt (static_cast<float> (-columnWidth) / 3.5f);
+    // Where the row is narrower than that, the button keeps its size.
+    const auto buttonWidth = column.proportionOfHeight (0.5f);
+    const auto ledSize = buttonWidth / 5;
+    const auto rise = juce::roundToInt (static_cast<float> (buttonWidth) / 3.5f);
 
-    const auto x = row.getX() + ledSize + (availableWidth - columnWidth) / 2;
-    const auto y = row.getY() + (row.getHeight() - buttonHeight) / 2 + rise;
-
-    layout.tapButton = { x, y, columnWidth, buttonHeight };
-    layout.led = { x + (columnWidth - ledSize) / 2, y + buttonHeight + (buttonHeight - ledSize) / 2, ledSize, ledSize };
+    layout.tapButton = column.withSizeKeepingCentre (buttonWidth, buttonWidth / 2).translated (ledSize, -rise);
+    layout.led = layout.tapButton.translated (0, layout.tapButton.getHeight()).withSizeKeepingCentre (ledSize, ledSize);
 }
 
 /** Knobs of equal width with a gap before each group, from left to right as far as the row reaches. */
@@ -29,9 +24,8 @@ void layOutKnobs (EditorLayout& layout, Area row)
     constexpr auto numKnobs = static_cast<float> (editorKnobs.size());
 
     // As much as one knob more would take is left for the gaps.
-    const auto widthForGaps = portion (1.0f / (numKnobs + 1.0f), row.getWidth());
-    const auto widthForKnobs = juce::jmax (row.getWidth() - (widthForGaps / 2) * 2, 0);
-    const auto knobWidth = portion (1.0f / numKnobs, widthForKnobs);
+    const auto widthForGaps = row.proportionOfWidth (1.0f / (numKnobs + 1.0f));
+    const auto knobWidth = row.reduced (widthForGaps / 2, 0).proportionOfWidth (1.0f / numKnobs);
 
     for (size_t i = 0; i < editorKnobs.size(); ++i)
     {
@@ -45,26 +39,22 @@ void layOutKnobs (EditorLayout& layout, Area row)
 
 EditorLayout layOutEditor (int width, int height)
 {
-    const auto margin = portion (0.05f, height);
+    Area area (width, height);
+    const auto margin = area.proportionOfHeight (0.05f);
     const auto quarterMargin = margin / 4;
-    const auto innerWidth = juce::jmax (width - 2 * margin, 0);
-
-    const auto headerHeight = juce::jmin (portion (0.12f, height), height);
-    const auto heightBelowHeader = juce::jmax (height - headerHeight, 0);
-    const auto upperHeight = juce::jmin (static_cast<int> (0.7 * heightBelowHeader), heightBelowHeader);
 
     EditorLayout layout;
-    layout.header = { width, headerHeight };
-    layout.spectrogram = { margin, headerHeight, innerWidth, juce::jmax (upperHeight - margin / 2, 0) };
+    layout.header = area.removeFromTop (area.proportionOfHeight (0.12f));
+    area = area.reduced (margin, 0);
 
-    const auto lowerHeight = juce::jmax (heightBelowHeader - upperHeight - quarterMargin, 0);
-    const auto rowTop = juce::jmin (quarterMargin, lowerHeight);
-    Area row (margin + quarterMargin, headerHeight + upperHeight + rowTop,
-              juce::jmax (innerWidth - 2 * quarterMargin, 0), lowerHeight - rowTop);
+    layout.spectrogram = area.removeFromTop (area.proportionOfHeight (0.7));
+    layout.spectrogram.removeFromBottom (margin / 2);
 
-    const auto tapWidth = portion (0.5f, row.getHeight());
-    layOutTapColumn (layout, row, tapWidth, juce::jmin (tapWidth, row.getWidth()));
-    row.removeFromLeft (tapWidth);
+    area.removeFromBottom (quarterMargin);
+    area.removeFromTop (quarterMargin);
+    auto row = area.reduced (quarterMargin, 0);
+
+    layOutTapColumn (layout, row.removeFromLeft (row.proportionOfHeight (0.5f)));
     layOutKnobs (layout, row);
 
     return layout;

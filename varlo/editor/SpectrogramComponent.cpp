@@ -51,20 +51,18 @@ void SpectrogramComponent::paint (juce::Graphics& g)
     if (historyImage.isNull())
         return;
 
-    const auto width = static_cast<float> (juce::jmax (getWidth() - 2, 0));
-    const auto height = static_cast<float> (juce::jmax (getHeight() - 2, 0));
+    const auto area = getLocalBounds().reduced (1).toFloat();
 
-    g.drawImageTransformed (historyImage,
-                            juce::AffineTransform::scale (width / static_cast<float> (historyImage.getWidth()),
-                                                          height / static_cast<float> (historyImage.getHeight()))
-                                .translated (1.0f, 1.0f));
+    g.drawImageTransformed (
+        historyImage, juce::AffineTransform::scale (area.getWidth() / static_cast<float> (historyImage.getWidth()),
+                                                    area.getHeight() / static_cast<float> (historyImage.getHeight()))
+                          .translated (area.getPosition()));
 }
 
 void SpectrogramComponent::paintOverChildren (juce::Graphics& g)
 {
     const auto size = getLocalBounds().toFloat();
-    const auto frame = juce::Rectangle (0.5f, 0.5f, juce::jmax (size.getWidth() - 1.0f, 0.0f),
-                                        juce::jmax (size.getHeight() - 1.0f, 0.0f));
+    const auto frame = size.reduced (0.5f);
     const auto cornerSize = 0.03f * size.getHeight();
 
     juce::Path outsideOfFrame;

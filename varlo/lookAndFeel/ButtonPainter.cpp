@@ -32,12 +32,8 @@ juce::Path makeButtonShape (int width, int height)
 {
     constexpr auto margin = 2.5f;
 
-    const auto area = juce::Rectangle (width, height).toFloat();
-    const auto shape = juce::Rectangle<float> (margin, margin, juce::jmax (area.getWidth() - 2.0f * margin, 0.0f),
-                                               juce::jmax (area.getHeight() - 2.0f * margin, 0.0f));
-
     juce::Path path;
-    path.addRoundedRectangle (shape, getCornerSize (height - 4));
+    path.addRoundedRectangle (juce::Rectangle (width, height).toFloat().reduced (margin), getCornerSize (height - 4));
     return path;
 }
 
@@ -77,8 +73,7 @@ juce::Rectangle<int> getCaptionArea (int width, int height, const juce::String& 
     const auto margin = isTap ? 0 : static_cast<int> (getCornerSize (height)) + 2;
     const auto indent = juce::jmin (juce::roundToInt (0.3f * static_cast<float> (height)), 4);
 
-    return { margin, indent - (isTap ? 1 : 0), juce::jmax (width - 2 * margin, 0),
-             juce::jmax (height - 2 * indent, 0) };
+    return juce::Rectangle (width, height).reduced (margin, indent).translated (0, isTap ? -1 : 0);
 }
 
 juce::Colour getCaptionColour (const ButtonState& state,

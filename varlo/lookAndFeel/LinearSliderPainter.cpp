@@ -9,12 +9,6 @@ namespace
 constexpr auto nearDotDarkening = 0.6f;
 constexpr auto farDotDarkening = 0.3f;
 
-bool isVerticalStyle (juce::Slider::SliderStyle style)
-{
-    return style == juce::Slider::LinearVertical || style == juce::Slider::LinearBarVertical
-           || style == juce::Slider::TwoValueVertical || style == juce::Slider::ThreeValueVertical;
-}
-
 juce::Rectangle<float> getDot (juce::Rectangle<float> cell)
 {
     constexpr auto dotProportion = 0.8f;
@@ -140,15 +134,14 @@ void paintLinearSlider (juce::Graphics& g, juce::Rectangle<int> area, const Line
     const auto alpha = getControlAlpha (state.isEnabled);
     const auto track = (state.isHovered ? state.track.brighter (0.15f) : state.track).withMultipliedAlpha (alpha);
     const auto thumb = state.thumb.withMultipliedAlpha (alpha);
-    const auto isVertical = isVerticalStyle (state.style);
-    const auto groove = isVertical ? getVerticalGroove (area, state.hasTextBox) : getHorizontalGroove (area);
+    const auto groove = state.isVertical ? getVerticalGroove (area, state.hasTextBox) : getHorizontalGroove (area);
 
     paintGroove (g, groove, track);
     g.setColour (thumb);
 
-    if (isVertical)
+    if (state.isVertical)
         fillBar (g, getVerticalBar (groove, state.position));
-    else if (state.style == juce::Slider::TwoValueHorizontal)
+    else if (state.hasTwoValues)
         paintTwoValueBar (g, groove, state, thumb);
     else
         paintHorizontalBar (g, groove, state, thumb);

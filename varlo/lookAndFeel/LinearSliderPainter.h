@@ -9,7 +9,8 @@ namespace cv::varlo
 /** What a linear slider looks like at the moment. Positions are in the slider's coordinates, along it. */
 struct LinearSliderState
 {
-    juce::Slider::SliderStyle style = juce::Slider::LinearHorizontal;
+    bool isVertical = false;
+    bool hasTwoValues = false;
     float position = 0.0f;
     float minPosition = 0.0f; // of the sliders with two values
     float maxPosition = 0.0f;

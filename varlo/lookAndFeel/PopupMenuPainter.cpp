@@ -1,24 +1,13 @@
 #include "lookAndFeel/PopupMenuPainter.h"
 
 #include "lookAndFeel/FontFitting.h"
-#include "lookAndFeel/Portion.h"
 
 namespace cv::varlo
 {
 namespace
 {
-using pluginCore::portion;
-
 constexpr auto fontProportion = 0.75f;
 constexpr auto standardSqueezing = 0.0f;
-
-juce::Rectangle<int> getCell (juce::Rectangle<int> itemArea) noexcept
-{
-    constexpr auto margin = 3;
-
-    return { itemArea.getX() + margin, itemArea.getY() + margin, juce::jmax (itemArea.getWidth() - 2 * margin, 0),
-             juce::jmax (itemArea.getHeight() - 2 * margin, 0) };
-}
 
 /** Sets a colour, fainter for what can't be chosen and isn't ticked either. */
 void setInk (juce::Graphics& g, const MenuItemState& item, juce::Colour colour)
@@ -36,36 +25,35 @@ juce::Rectangle<int> getMenuSeparator (juce::Rectangle<int> itemArea) noexcept
 {
     constexpr auto sideMargin = 4;
 
-    const auto width = juce::jmax (itemArea.getWidth() - 2 * sideMargin, 0);
     const auto top = juce::jmax (itemArea.getHeight() / 2 - 1, 0);
-    return { itemArea.getX() + sideMargin, itemArea.getY() + top, width, juce::jmin (itemArea.getHeight() - top, 1) };
+    return itemArea.reduced (sideMargin, 0).withTrimmedTop (top).removeFromTop (1);
 }
 
 MenuItemLayout layOutMenuItem (juce::Rectangle<int> itemArea, const MenuItemState& item, float arrowHeight)
 {
-    constexpr auto rightMargin = 3;
+    constexpr auto margin = 3;
     constexpr auto arrowProportion = 0.6f;
 
-    const auto unit = portion (0.4f, itemArea.getHeight());
-    auto cell = getCell (itemArea);
+    const auto unit = itemArea.proportionOfHeight (0.4f);
+    auto cell = itemArea.reduced (margin);
     MenuItemLayout layout;
 
     if (item.hasMarker())
-        layout.marker = { cell.getX() + unit / 4, cell.getY(), unit / 2, cell.getHeight() };
+        layout.marker = cell.translated (unit / 4, 0).withWidth (unit / 2);
 
-    cell.removeFromLeft (juce::jmin (item.hasSubMenu ? unit : unit / 2, cell.getWidth()));
+    cell.removeFromLeft (item.hasSubMenu ? unit : unit / 2);
 
     if (item.hasSubMenu)
     {
-        const auto arrow = cell.removeFromRight (juce::jmin (static_cast<int> (arrowHeight), cell.getWidth()));
+        const auto arrow = cell.removeFromRight (static_cast<int> (arrowHeight));
         const auto x = static_cast<float> (arrow.getX());
         const auto y = static_cast<float> (arrow.getCentreY());
         layout.arrow.addTriangle (x, y - 0.5f * arrowHeight, x, y + 0.5f * arrowHeight,
                                   x + arrowProportion * arrowHeight, y);
     }
 
-    cell.removeFromRight (juce::jmin (rightMargin, cell.getWidth()));
-    cell.removeFromLeft (item.hasMarker() ? juce::jmin (unit / 4, cell.getWidth()) : 0);
+    cell.removeFromRight (margin);
+    cell.removeFromLeft (item.hasMarker() ? unit / 4 : 0);
     layout.text = cell;
     return layout;
 }
@@ -130,16 +118,13 @@ void paintMenuItem (juce::Graphics& g,
 
 juce::Rectangle<int> getMenuHeaderBand (juce::Rectangle<int> itemArea) noexcept
 {
-    const auto margin = portion (0.15f, itemArea.getHeight());
-    return itemArea.withY (itemArea.getY() + margin).withHeight (juce::jmax (itemArea.getHeight() - 2 * margin, 0));
+    return itemArea.reduced (0, itemArea.proportionOfHeight (0.15f));
 }
 
 juce::Rectangle<int> getMenuHeaderTextArea (juce::Rectangle<int> itemArea) noexcept
 {
-    const auto indent = portion (0.2f, itemArea.getHeight());
-
-    return { itemArea.getX() + indent, itemArea.getY() + indent / 4, juce::jmax (itemArea.getWidth() - indent, 0),
-             juce::jmax (itemArea.getHeight() - indent, 0) };
+    const auto indent = itemArea.proportionOfHeight (0.2f);
+    return itemArea.withTrimmedLeft (indent).withTrimmedBottom (indent).translated (0, indent / 4);
 }
 
 void paintMenuHeader (juce::Graphics& g,

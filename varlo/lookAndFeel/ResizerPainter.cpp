@@ -40,7 +40,6 @@ void paintResizableFrame (
     const juce::Graphics::ScopedSaveState clipKeeper (g);
     g.excludeClipRegion (border.subtractedFrom (area));
     g.setColour (colour);
-    g.drawRoundedRectangle (lineCentre, lineCentre, static_cast<float> (juce::jmax (width - 1, 0)),
-                            static_cast<float> (juce::jmax (height - 1, 0)), cornerSize, thickness);
+    g.drawRoundedRectangle (area.toFloat().reduced (lineCentre), cornerSize, thickness);
 }
 } // namespace cv::varlo

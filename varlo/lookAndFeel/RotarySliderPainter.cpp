@@ -73,8 +73,8 @@ RotaryRing getRotaryRing (juce::Rectangle<int> area) noexcept
     constexpr auto margin = 2;
     constexpr auto thicknessProportion = 0.08f;
 
-    const auto room = juce::jmin (area.getWidth(), area.getHeight()) - 2 * margin;
-    const auto diameter = static_cast<float> (juce::jmax (room, 0));
+    const auto room = area.reduced (margin);
+    const auto diameter = static_cast<float> (juce::jmin (room.getWidth(), room.getHeight()));
     return { area.toFloat().withSizeKeepingCentre (diameter, diameter), thicknessProportion * diameter };
 }
 

@@ -18,10 +18,10 @@ juce::Slider::SliderLayout layOutSlider (int width, int height, bool isRotary) n
     {
         const auto boxWidth = roundedPortion (0.8f, width);
         const auto boxHeight = roundedPortion (0.25f, height);
-        return { area, { (width - boxWidth) / 2, (height - boxHeight) / 2, boxWidth, boxHeight } };
+        return { area, area.withSizeKeepingCentre (boxWidth, boxHeight) };
     }
 
-    const auto textBox = area.removeFromRight (juce::jmin (roundedPortion (0.2f, width), width));
+    const auto textBox = area.removeFromRight (roundedPortion (0.2f, width));
     return { area, textBox };
 }
 } // namespace cv::varlo

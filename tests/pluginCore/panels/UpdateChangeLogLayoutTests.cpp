@@ -15,7 +15,7 @@ const juce::Rectangle<float> boxProportions { 0.15f, 0.15f, 0.7f, 0.7f };
 
 Area getBox (int width, int height)
 {
-    return getChangeLogBox (boxProportions, width, height);
+    return Area (width, height).getProportion (boxProportions);
 }
 
 /** One size of the component, the widths that the buttons would like, and what follows. */

@@ -96,7 +96,9 @@ protected:
     static LinearSliderState makeState (Slider::SliderStyle style)
     {
         LinearSliderState state;
-        state.style = style;
+        const Slider slider (style, Slider::NoTextBox);
+        state.isVertical = slider.isVertical();
+        state.hasTwoValues = slider.isTwoValue();
         state.position = 40.0f;
         state.minPosition = 20.0f;
         state.maxPosition = 60.0f;

@@ -1,5 +1,7 @@
 #include "controls/BlinkingLed.h"
 
+#include "lookAndFeel/Palette.h"
+
 namespace cv::varlo
 {
 namespace
@@ -7,10 +9,6 @@ namespace
 constexpr int longestFlashMs = 40;
 constexpr int shortestFlashMs = 20;
 constexpr int shortestTimerIntervalMs = 1;
-
-const juce::Colour productColour = juce::Colour (0xff6dce58).interpolatedWith (juce::Colour (0xff35b778), 0.5f);
-const juce::Colour rimTopColour { 0xff171717 };
-const juce::Colour rimBottomColour { 0xff191919 };
 } // namespace
 
 BlinkingLed::~BlinkingLed() = default;
@@ -71,7 +69,7 @@ void BlinkingLed::timerCallback()
 
 void BlinkingLed::paint (juce::Graphics& g)
 {
-    setLedColour (productColour);
+    setLedColour (palette::led);
 
     constexpr auto rimThickness = 2.0f;
     const auto area = getLocalBounds().toFloat();
@@ -79,7 +77,8 @@ void BlinkingLed::paint (juce::Graphics& g)
     g.setColour (lit ? ledColour : juce::Colours::black);
     g.fillEllipse (area);
 
-    g.setGradientFill (juce::ColourGradient (rimTopColour, 0.0f, 0.0f, rimBottomColour, 0.0f, area.getHeight(), false));
+    g.setGradientFill (
+        juce::ColourGradient (palette::rimTop, 0.0f, 0.0f, palette::rimBottom, 0.0f, area.getHeight(), false));
     g.drawEllipse (area.reduced (1.0f), rimThickness);
 }
 } // namespace cv::varlo

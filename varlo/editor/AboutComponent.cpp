@@ -1,6 +1,7 @@
 #include "editor/AboutComponent.h"
 
 #include "editor/AboutLayout.h"
+#include "lookAndFeel/Palette.h"
 #include "processor/PluginProcessor.h"
 
 namespace cv::varlo
@@ -64,7 +65,7 @@ void AboutComponent::colourChanged()
 
 void AboutComponent::paint (juce::Graphics& g)
 {
-    g.setColour (backgroundColour);
+    g.setColour (palette::aboutPanel);
     g.fillRect (getLocalBounds());
 }
 

@@ -33,7 +33,6 @@ public:
 private:
     const juce::URL makersWebSite;
     const UrlOpener openUrlInBrowser;
-    const juce::Colour backgroundColour { 0xff111111 };
 
     juce::Label nameLabel;
     juce::Label versionLabel;

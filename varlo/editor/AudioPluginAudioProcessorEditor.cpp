@@ -1,6 +1,7 @@
 #include "editor/AudioPluginAudioProcessorEditor.h"
 
 #include "editor/EditorLayout.h"
+#include "lookAndFeel/Palette.h"
 
 #include <VarloResources.h>
 
@@ -9,9 +10,6 @@ namespace cv::varlo
 namespace
 {
 constexpr double longestTapIntervalMs = 10000.0;
-
-const juce::Colour backgroundColour { 0xff151515 };
-const juce::Colour ledColour = juce::Colour (0xff6dce58).interpolatedWith (juce::Colour (0xff35b778), 0.5f);
 
 juce::AudioParameterFloat& findDelayParameter (const juce::AudioProcessorValueTreeState& tree)
 {
@@ -35,7 +33,7 @@ AudioPluginAudioProcessorEditor::AudioPluginAudioProcessorEditor (AudioPluginAud
     spectrogram.addMouseListener (this, true);
 
     followDelay();
-    led.setLedColour (ledColour);
+    led.setLedColour (palette::led);
 
     tapButton.setButtonText ("Tap");
     tapButton.onTempoTapped = [this] (double ms) { setDelay (ms); };
@@ -88,7 +86,7 @@ void AudioPluginAudioProcessorEditor::setDelay (double ms)
 
 void AudioPluginAudioProcessorEditor::paint (juce::Graphics& g)
 {
-    g.fillAll (backgroundColour);
+    g.fillAll (palette::panel);
 }
 
 void AudioPluginAudioProcessorEditor::resized()

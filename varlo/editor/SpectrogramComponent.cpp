@@ -1,5 +1,6 @@
 #include "editor/SpectrogramComponent.h"
 
+#include "lookAndFeel/Palette.h"
 #include "spectrum/SpectrogramImage.h"
 
 namespace cv::varlo
@@ -7,11 +8,6 @@ namespace cv::varlo
 namespace
 {
 constexpr int refreshIntervalMs = 33;
-
-const juce::Colour blankColour { 0xff060606 };
-const juce::Colour surroundColour { 0xff151515 };
-const juce::Colour frameTopColour { 0xff171717 };
-const juce::Colour frameBottomColour { 0xff191919 };
 } // namespace
 
 SpectrogramComponent::SpectrogramComponent (FFTProcessor& source) : fftProcessor (source)
@@ -46,7 +42,7 @@ void SpectrogramComponent::timerCallback()
 
 void SpectrogramComponent::paint (juce::Graphics& g)
 {
-    g.fillAll (blankColour);
+    g.fillAll (palette::blankSpectrogram);
 
     if (historyImage.isNull())
         return;
@@ -70,11 +66,11 @@ void SpectrogramComponent::paintOverChildren (juce::Graphics& g)
     outsideOfFrame.setUsingNonZeroWinding (false);
     outsideOfFrame.addRoundedRectangle (frame, cornerSize);
 
-    g.setColour (surroundColour);
+    g.setColour (palette::panel);
     g.fillPath (outsideOfFrame);
 
     g.setGradientFill (
-        juce::ColourGradient (frameTopColour, 0.0f, 0.0f, frameBottomColour, 0.0f, size.getHeight(), false));
+        juce::ColourGradient (palette::rimTop, 0.0f, 0.0f, palette::rimBottom, 0.0f, size.getHeight(), false));
     g.drawRoundedRectangle (frame, cornerSize, 1.0f);
 }
 } // namespace cv::varlo

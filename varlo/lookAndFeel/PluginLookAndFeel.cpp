@@ -4,6 +4,7 @@
 #include "lookAndFeel/ControlState.h"
 #include "lookAndFeel/HeaderLayout.h"
 #include "lookAndFeel/LinearSliderPainter.h"
+#include "lookAndFeel/Palette.h"
 #include "lookAndFeel/PopupMenuPainter.h"
 #include "lookAndFeel/ResizerPainter.h"
 #include "lookAndFeel/RotarySliderPainter.h"
@@ -21,24 +22,22 @@ PluginLookAndFeel::PluginLookAndFeel()
 
 void PluginLookAndFeel::setPalette()
 {
-    const juce::Colour panel (0xff151515), text (0xffcfcfcf), accent (0xff1e9d88);
-
-    setColour (juce::Label::textColourId, text);
-    setColour (juce::Slider::textBoxTextColourId, text);
+    setColour (juce::Label::textColourId, palette::text);
+    setColour (juce::Slider::textBoxTextColourId, palette::text);
     setColour (juce::Slider::textBoxOutlineColourId, juce::Colours::transparentBlack);
-    setColour (juce::Slider::textBoxHighlightColourId, juce::Colour (0x805eb9aa));
-    setColour (juce::Slider::thumbColourId, accent);
-    setColour (juce::TextButton::buttonColourId, accent);
-    setColour (juce::TextButton::textColourOffId, accent);
-    setColour (juce::TextButton::textColourOnId, juce::Colour (0xff0f0f0f));
-    setColour (juce::PopupMenu::backgroundColourId, juce::Colour (0xfa141414));
-    setColour (juce::PopupMenu::textColourId, panel.contrasting (0.9f));
-    setColour (juce::PopupMenu::headerTextColourId, panel);
-    setColour (juce::PopupMenu::highlightedBackgroundColourId, panel);
-    setColour (juce::PopupMenu::highlightedTextColourId, accent);
-    setColour (juce::ScrollBar::thumbColourId, accent);
-    setColour (headerBackgroundColourId, panel);
-    setColour (presetsBarBackgroundColourId, panel);
+    setColour (juce::Slider::textBoxHighlightColourId, palette::textSelection);
+    setColour (juce::Slider::thumbColourId, palette::accent);
+    setColour (juce::TextButton::buttonColourId, palette::accent);
+    setColour (juce::TextButton::textColourOffId, palette::accent);
+    setColour (juce::TextButton::textColourOnId, palette::textOnAccent);
+    setColour (juce::PopupMenu::backgroundColourId, palette::menu);
+    setColour (juce::PopupMenu::textColourId, palette::panel.contrasting (0.9f));
+    setColour (juce::PopupMenu::headerTextColourId, palette::panel);
+    setColour (juce::PopupMenu::highlightedBackgroundColourId, palette::panel);
+    setColour (juce::PopupMenu::highlightedTextColourId, palette::accent);
+    setColour (juce::ScrollBar::thumbColourId, palette::accent);
+    setColour (headerBackgroundColourId, palette::panel);
+    setColour (presetsBarBackgroundColourId, palette::panel);
 }
 
 void PluginLookAndFeel::drawButtonBackground (

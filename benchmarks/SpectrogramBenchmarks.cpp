@@ -29,8 +29,8 @@ void tickAndPaint (benchmark::State& state)
     const juce::ScopedJuceInitialiser_GUI juceInitialiser;
     test::ProcessorHarness harness;
     const std::unique_ptr<juce::AudioProcessorEditor> editor (harness.processor.createEditorIfNeeded());
-    const auto width = static_cast<int> (state.range (0));
-    const auto numFrames = static_cast<int> (state.range (1));
+    const auto width = (int) state.range (0);
+    const auto numFrames = (int) state.range (1);
     editor->setSize (width, width * 11 / 20);
 
     auto* spectrogram = findChild<varlo::SpectrogramComponent> (*editor);
@@ -48,7 +48,7 @@ void tickAndPaint (benchmark::State& state)
     {
         if (numFrames > 0)
             harness.processor.getFFTProcessor().spectrumFifo.pushOverwriting (magnitudes.data(),
-                                                                              static_cast<int> (magnitudes.size()));
+                                                                              (int) magnitudes.size());
         spectrogram->timerCallback();
 
         juce::Graphics g (window);
@@ -65,7 +65,7 @@ void paintAll (benchmark::State& state)
     const juce::ScopedJuceInitialiser_GUI juceInitialiser;
     test::ProcessorHarness harness;
     const std::unique_ptr<juce::AudioProcessorEditor> editor (harness.processor.createEditorIfNeeded());
-    const auto width = static_cast<int> (state.range (0));
+    const auto width = (int) state.range (0);
     editor->setSize (width, width * 11 / 20);
     juce::Image window (juce::Image::ARGB, editor->getWidth(), editor->getHeight(), true);
 

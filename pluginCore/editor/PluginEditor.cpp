@@ -105,11 +105,13 @@ int PluginEditor::getResizerSize() const
     return juce::roundToInt ((float) getHeight() * resizerProportion);
 }
 
-void PluginEditor::versionCheckFinished (UpdateChecker& checker, bool updateAvailable, juce::int64 releaseTimeMs)
+void PluginEditor::versionCheckFinished (UpdateChecker& checker,
+                                         bool updateAvailable,
+                                         juce::int64 releaseTimeMilliseconds)
 {
     // The server's time may be anything, so nothing is added to it.
     const auto now = juce::Time::currentTimeMillis();
-    const auto isFresh = now - dayMilliseconds < releaseTimeMs;
+    const auto isFresh = now - dayMilliseconds < releaseTimeMilliseconds;
     const auto isLongAgo = now - weekMilliseconds > lastChangeLogTime;
 
     if (updateAvailable && (isFresh || isLongAgo))

@@ -26,7 +26,7 @@ class PluginEditor : public juce::AudioProcessorEditor,
                      public PluginMoveDetector::Listener
 {
 public:
-    /** In pixels. */
+    /** In logical pixels. */
     struct SizeLimits
     {
         int minWidth;
@@ -50,10 +50,10 @@ public:
     /** The fixed width for a height of 1. */
     virtual double getEditorAspectRatio() const = 0;
 
-    /** The side of the square in the corner that the user drags, in pixels. */
+    /** The side of the square in the corner that the user drags, in logical pixels. */
     virtual int getResizerSize() const;
 
-    void versionCheckFinished (UpdateChecker&, bool updateAvailable, juce::int64 releaseTimeMs) override;
+    void versionCheckFinished (UpdateChecker&, bool updateAvailable, juce::int64 releaseTimeMilliseconds) override;
     void changeLogReady (UpdateChecker&, const juce::String& text) override;
 
     void hostFocusChanged (PluginMoveDetector&, bool lostForeground) override;

@@ -47,7 +47,7 @@ public:
     /** Looks once. The timer calls this. */
     void timerCallback() override;
 
-    /** True for displays with an even number of pixels, two or more, to a unit of length: 2 and 4, but
+    /** True for displays with an even number of pixels, two or more, to a logical pixel: 2 and 4, but
         neither 1.5 nor 3. Any thread.
     */
     static bool isHiDpiScale (double displayScale) noexcept;

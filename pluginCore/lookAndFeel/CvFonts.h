@@ -6,7 +6,7 @@
 
 namespace cv::pluginCore
 {
-/** The framework's fonts, 14 units high, from the files that the plug-in carries in itself. Message thread. */
+/** The framework's fonts, 14 logical pixels high, from the files that the plug-in carries in itself. Message thread. */
 struct CvFonts
 {
     CvFonts();

@@ -6,7 +6,7 @@ juce::Font makeEmbeddedFont (const char* fontFile, int sizeBytes)
 {
     constexpr auto fontHeight = 14.0f;
 
-    const auto typeface = juce::Typeface::createSystemTypefaceFor (fontFile, static_cast<size_t> (sizeBytes));
+    const auto typeface = juce::Typeface::createSystemTypefaceFor (fontFile, (size_t) sizeBytes);
     return juce::FontOptions (typeface).withHeight (fontHeight);
 }
 } // namespace cv::pluginCore

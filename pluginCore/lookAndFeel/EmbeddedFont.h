@@ -4,6 +4,6 @@
 
 namespace cv::pluginCore
 {
-/** A font, 14 units high, of a font file that the plug-in carries in itself. Message thread. */
+/** A font, 14 logical pixels high, of a font file that the plug-in carries in itself. Message thread. */
 juce::Font makeEmbeddedFont (const char* fontFile, int sizeBytes);
 } // namespace cv::pluginCore

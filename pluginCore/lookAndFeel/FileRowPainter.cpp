@@ -21,9 +21,9 @@ void paintText (juce::Graphics& g,
 
 FileRowLayout layOutFileRow (int width, int height, bool hasIcon, bool isDirectory)
 {
-    const auto widthFraction = [width] (float part) { return juce::roundToInt (part * static_cast<float> (width)); };
+    const auto widthFraction = [width] (float part) { return juce::roundToInt (part * (float) width); };
     const juce::Rectangle<int> row (width, height);
-    const auto nameX = juce::roundToInt ((hasIcon ? 1.5f : 0.5f) * static_cast<float> (height));
+    const auto nameX = juce::roundToInt ((hasIcon ? 1.5f : 0.5f) * (float) height);
 
     FileRowLayout layout;
     layout.hasDetails = width >= leastWidthWithDetails && ! isDirectory;
@@ -76,7 +76,7 @@ void paintFileRowTexts (juce::Graphics& g,
     constexpr auto detailHeightProportion = 0.5f;
     constexpr juce::uint32 detailColour = 0xff555555;
 
-    const auto height = static_cast<float> (layout.name.getHeight());
+    const auto height = (float) layout.name.getHeight();
 
     g.setColour (nameColour);
     g.setFont (nameHeightProportion * height);

@@ -4,13 +4,13 @@
 
 namespace cv::pluginCore
 {
-/** Where the parts of a row in a list of files go, in units; no size is negative. */
+/** Where the parts of a row in a list of files go, in logical pixels; no size is negative. */
 struct FileRowLayout
 {
     juce::Rectangle<int> icon;
     juce::Rectangle<int> name;
 
-    /** The columns for size and time, which only files in a row of at least 451 units have. */
+    /** The columns for size and time, which only files in a row of at least 451 logical pixels have. */
     bool hasDetails = false;
     juce::Rectangle<int> size;
     juce::Rectangle<int> time;

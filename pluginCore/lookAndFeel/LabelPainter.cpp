@@ -11,8 +11,8 @@ constexpr auto outlineThickness = 1.0f;
 
 float getFontHeightInSlider (const juce::Label& label, const juce::Slider& slider)
 {
-    const auto textIsTurned = static_cast<bool> (label.getProperties()["vertical"]);
-    const auto lineHeight = static_cast<float> (textIsTurned ? label.getWidth() : label.getHeight());
+    const auto textIsTurned = (bool) label.getProperties()["vertical"];
+    const auto lineHeight = (float) (textIsTurned ? label.getWidth() : label.getHeight());
     return lineHeight * (slider.isVertical() ? 0.6f : 0.9f);
 }
 
@@ -25,8 +25,8 @@ void paintOutline (juce::Graphics& g, const juce::Label& label, float alpha)
 
 float getLabelFontHeight (const juce::Label& label)
 {
-    const auto height = static_cast<float> (label.getHeight());
-    const auto fontScale = static_cast<float> (label.getProperties()["fontScale"]);
+    const auto height = (float) label.getHeight();
+    const auto fontScale = (float) label.getProperties()["fontScale"];
 
     if (fontScale > 0.0f)
         return fontScale * height;
@@ -39,7 +39,7 @@ float getLabelFontHeight (const juce::Label& label)
 
 int getMaximumLabelLines (int textAreaHeight, float fontHeight) noexcept
 {
-    return juce::jmax (2, static_cast<int> (static_cast<float> (textAreaHeight) / fontHeight));
+    return juce::jmax (2, (int) ((float) textAreaHeight / fontHeight));
 }
 
 void paintLabel (juce::Graphics& g, const juce::Label& label, const juce::Font& font, juce::Rectangle<int> textArea)

@@ -4,7 +4,7 @@
 
 namespace cv::pluginCore
 {
-/** The height of a label's font in units, as a proportion of the label's size that depends on the component
+/** The height of a label's font in logical pixels, as a proportion of the label's size that depends on the component
     it belongs to. The label's property "fontScale", where it is above 0, states the proportion itself; in a
     slider, "vertical" says that the text is turned and the label's width counts. Message thread.
 */

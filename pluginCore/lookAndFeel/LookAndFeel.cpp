@@ -57,13 +57,13 @@ void LookAndFeel::drawScrollbar (juce::Graphics& g,
 
 juce::Font LookAndFeel::getTextButtonFont (juce::TextButton& button, int buttonHeight)
 {
-    const auto height = static_cast<float> (buttonHeight);
+    const auto height = (float) buttonHeight;
 
     // The header's buttons keep their font whatever their texts, so that all look alike.
     if (button.findParentComponentOfClass<PluginHeaderComponent>() != nullptr)
         return labelFont.withHeight (juce::jmax (0.8f * height, 8.0f));
 
-    const auto width = static_cast<float> (button.getWidth());
+    const auto width = (float) button.getWidth();
     const auto fittingHeight = fitFontHeight (labelFont, width, height, button.getButtonText(), 0.0f);
     return labelFont.withHeight (juce::jmin (0.9f * fittingHeight, 0.7f * height));
 }
@@ -97,7 +97,7 @@ void LookAndFeel::drawFileBrowserRow (juce::Graphics& g,
 
     const auto* const list = dynamic_cast<juce::Component*> (&display);
     const auto colourOf = [&] (int id) { return list != nullptr ? list->findColour (id) : findColour (id); };
-    const auto hidesIcons = list != nullptr && static_cast<bool> (list->getProperties()["noFolderIcon"]);
+    const auto hidesIcons = list != nullptr && (bool) list->getProperties()["noFolderIcon"];
     const auto hasIcon = icon != nullptr && ! hidesIcons;
     const auto layout = layOutFileRow (width, height, hasIcon, isDirectory);
     const auto nameColourId = isItemSelected ? Display::highlightedTextColourId : Display::textColourId;
@@ -126,7 +126,7 @@ void LookAndFeel::drawLabel (juce::Graphics& g, juce::Label& label)
 
 juce::Font LookAndFeel::getLabelFont (juce::Label& label)
 {
-    const auto isBold = static_cast<bool> (label.getProperties()["bold"]);
+    const auto isBold = (bool) label.getProperties()["bold"];
     return (isBold ? labelBoldFont : labelFont).withHeight (getLabelFontHeight (label));
 }
 

@@ -32,7 +32,7 @@ public:
 
     LookAndFeel();
 
-    /** The size of the plug-in's editor in units. The editor states it here before it lays out its children,
+    /** The size of the plug-in's editor in logical pixels. The editor states it here before it lays out its children,
         so that a product's fonts can follow it.
     */
     int editorHeight = 100;

@@ -4,7 +4,7 @@
 
 namespace cv::pluginCore
 {
-/** A text caret one unit wide, half as wide as JUCE's. Message thread. */
+/** A text caret one logical pixel wide, half as wide as JUCE's. Message thread. */
 class MyCaretComponent final : public juce::CaretComponent
 {
 public:
@@ -12,7 +12,7 @@ public:
 
     void setCaretPosition (const juce::Rectangle<int>& characterArea) override;
 
-    /** In units; taken when the caret next moves, and 0 if it is negative. */
+    /** In logical pixels; taken when the caret next moves, and 0 if it is negative. */
     int caretWidth = 1;
 
 private:

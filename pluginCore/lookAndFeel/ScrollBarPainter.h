@@ -4,8 +4,8 @@
 
 namespace cv::pluginCore
 {
-/** Where the thumb is drawn, in units: one unit inside what the bar gives it, never with a negative size.
-    Any thread.
+/** Where the thumb is drawn, in logical pixels: one logical pixel inside what the bar gives it, never with a
+    negative size. Any thread.
 */
 juce::Rectangle<int> getScrollBarThumbArea (juce::Rectangle<int> barArea,
                                             bool isVertical,

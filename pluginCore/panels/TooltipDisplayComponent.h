@@ -12,7 +12,6 @@ class TooltipDisplayComponent : public juce::Component
 public:
     TooltipDisplayComponent();
 
-    /** Replaces the text; an empty one leaves the panel empty. */
     void setText (const juce::String& text);
 
     void resized() override;

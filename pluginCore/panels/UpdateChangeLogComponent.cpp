@@ -86,7 +86,7 @@ void UpdateChangeLogComponent::resized()
     downloadButton.setBounds (layout.downloadButton);
 
     auto& textEditor = textPanel.getTextEditor();
-    textEditor.applyFontToAllText (textEditor.getFont().withHeight (fontProportion * static_cast<float> (rowHeight)));
+    textEditor.applyFontToAllText (textEditor.getFont().withHeight (fontProportion * (float) rowHeight));
     textPanel.setBounds (layout.textPanel);
 }
 

@@ -7,10 +7,10 @@ namespace cv::pluginCore
 /** The part of the box that its contents may take. Any thread. */
 juce::Rectangle<int> getChangeLogContentArea (juce::Rectangle<int> box);
 
-/** The height of a line of controls in that part, in units. Any thread. */
+/** The height of a line of controls in that part, in logical pixels. Any thread. */
 int getChangeLogRowHeight (juce::Rectangle<int> contentArea);
 
-/** Where the parts of a change log go, in units; no size is negative. */
+/** Where the parts of a change log go, in logical pixels; no size is negative. */
 struct ChangeLogLayout
 {
     juce::Rectangle<int> title;

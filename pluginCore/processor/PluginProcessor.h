@@ -158,7 +158,7 @@ public:
 
     PluginGlobalSettings& getGlobalSettings() noexcept { return globalSettings; }
 
-    /** The editor's last size in pixels, -1 where none is remembered. Any thread. */
+    /** The editor's last size in logical pixels, -1 where none is remembered. Any thread. */
     int getEditorWidth() const noexcept { return editorWidth; }
 
     int getEditorHeight() const noexcept { return editorHeight; }

@@ -88,7 +88,7 @@ void UpdateChecker::handleAsyncUpdate()
         listeners.call ([this] (Listener& listener) { listener.changeLogReady (*this, changeLog); });
     else
         listeners.call ([this] (Listener& listener)
-                        { listener.versionCheckFinished (*this, updateAvailable, releaseTimeMs); });
+                        { listener.versionCheckFinished (*this, updateAvailable, releaseTimeMilliseconds); });
 }
 
 /** About a quarter of a second, so that an editor that closes quickly costs no network traffic. False when
@@ -116,7 +116,7 @@ void UpdateChecker::downloadVersionInfos()
             readWebText (url.getChildURL ("lastVersion.php"), maxVersionBytes, [this] { return ! threadShouldExit(); }))
     {
         const auto infos = readVersionInfos (*body);
-        releaseTimeMs = infos.releaseTimeMs;
+        releaseTimeMilliseconds = infos.releaseTimeMilliseconds;
         parseVersion (infos.version, latestMajor, latestMinor, latestPatch, latestIsBeta, latestBeta);
     }
 
@@ -139,7 +139,7 @@ UpdateChecker::VersionInfos UpdateChecker::readVersionInfos (const juce::String&
         if (key.equalsIgnoreCase ("macVersion"))
             infos.version = value;
         else if (key.equalsIgnoreCase ("macReleaseDate"))
-            infos.releaseTimeMs = std::strtoll (value.toRawUTF8(), nullptr, 10);
+            infos.releaseTimeMilliseconds = std::strtoll (value.toRawUTF8(), nullptr, 10);
     }
 
     return infos;

@@ -26,7 +26,9 @@ public:
         /** A version check has ended, well or not. The time of the release is in milliseconds since 1970,
             as the server states it, however far off; 0 if it never did.
         */
-        virtual void versionCheckFinished (UpdateChecker&, bool updateAvailable, juce::int64 releaseTimeMs) = 0;
+        virtual void versionCheckFinished (UpdateChecker&,
+                                           bool updateAvailable,
+                                           juce::int64 releaseTimeMilliseconds) = 0;
 
         /** The fetch of a change log has ended; the text is empty when there is none to show. */
         virtual void changeLogReady (UpdateChecker&, const juce::String& text) = 0;
@@ -47,7 +49,7 @@ public:
     struct VersionInfos
     {
         juce::String version { "0.0.0" };
-        juce::int64 releaseTimeMs = 0; ///< milliseconds since 1970
+        juce::int64 releaseTimeMilliseconds = 0; ///< since 1970
     };
 
     /** Reads "key:value;" pairs; keys other than the two are skipped, and of several alike the last counts. Any
@@ -90,7 +92,7 @@ private:
     bool latestIsBeta = false;
 
     bool updateAvailable = false;
-    juce::int64 releaseTimeMs = 0;
+    juce::int64 releaseTimeMilliseconds = 0;
     juce::String changeLog;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (UpdateChecker)

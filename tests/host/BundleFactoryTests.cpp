@@ -70,7 +70,7 @@ juce::StringArray findNeededLibraries()
 
 TEST (BundleFactory, BinaryNeedsNoSoundSystem)
 {
-    // The program of its own does, and is made of the same archive.
+    // The standalone does, and is made of the same archive.
     const LoadedBundle bundle;
     ASSERT_NE (bundle.getFactory(), nullptr);
 

@@ -11,7 +11,7 @@ namespace cv::varlo
 {
 namespace
 {
-/** The plug-in as a program of its own, on the display and in a home that is new, without a sound card. */
+/** The standalone, on the display and in a home that is new, without a sound card. */
 class StandaloneTest : public ::testing::Test
 {
 protected:

@@ -35,7 +35,7 @@ juce::AudioBuffer<float> readDemo()
     }
 
     // The reader fills what lies behind its end with silence.
-    juce::AudioBuffer<float> sound (2, static_cast<int> (5.0 * sampleRate));
+    juce::AudioBuffer<float> sound (2, (int) (5.0 * sampleRate));
     reader->read (&sound, 0, sound.getNumSamples(), 0, true, true);
     return sound;
 }

@@ -24,7 +24,7 @@ public:
         return findComponent<Type> (*editor);
     }
 
-    /** Drags the corner by so many units. */
+    /** Drags the corner by so many logical pixels. */
     void dragCorner (juce::Point<int> distance) const;
 
 private:

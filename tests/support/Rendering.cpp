@@ -65,7 +65,7 @@ int getGreatestAlpha (const juce::Image& image, juce::Rectangle<int> area)
 
     for (auto y = area.getY(); y < area.getBottom(); ++y)
         for (auto x = area.getX(); x < area.getRight(); ++x)
-            greatest = juce::jmax (greatest, static_cast<int> (image.getPixelAt (x, y).getAlpha()));
+            greatest = juce::jmax (greatest, (int) image.getPixelAt (x, y).getAlpha());
 
     return greatest;
 }

@@ -6,24 +6,24 @@ namespace cv::varlo
 {
 namespace
 {
-constexpr int longestFlashMs = 40;
-constexpr int shortestFlashMs = 20;
-constexpr int shortestTimerIntervalMs = 1;
+constexpr int longestFlashMilliseconds = 40;
+constexpr int shortestFlashMilliseconds = 20;
+constexpr int shortestTimerIntervalMilliseconds = 1;
 } // namespace
 
 BlinkingLed::~BlinkingLed() = default;
 
-void BlinkingLed::setBlinkInterval (int ms)
+void BlinkingLed::setBlinkInterval (int milliseconds)
 {
-    blinkIntervalMs = ms;
+    blinkIntervalMilliseconds = milliseconds;
 
     // A timer with a shorter interval is widened by its next tick.
-    if (getTimerInterval() == ms || (isTimerRunning() && getTimerInterval() < ms))
+    if (getTimerInterval() == milliseconds || (isTimerRunning() && getTimerInterval() < milliseconds))
         return;
 
-    startTimer (juce::jmax (ms, shortestTimerIntervalMs));
+    startTimer (juce::jmax (milliseconds, shortestTimerIntervalMilliseconds));
 
-    if (juce::Time::getMillisecondCounterHiRes() - lastBlinkTimeMs > ms)
+    if (juce::Time::getMillisecondCounterHiRes() - lastBlinkTimeMilliseconds > milliseconds)
         timerCallback();
 }
 
@@ -39,27 +39,27 @@ void BlinkingLed::setLit (bool shouldBeLit)
         repaint();
 }
 
-std::optional<int> BlinkingLed::getFlashMs (int blinkIntervalMs) noexcept
+std::optional<int> BlinkingLed::getFlashMilliseconds (int blinkIntervalMilliseconds) noexcept
 {
-    const auto flashMs = juce::jmin (blinkIntervalMs / 4, longestFlashMs);
-    return flashMs < shortestFlashMs ? std::nullopt : std::optional (flashMs);
+    const auto flashMilliseconds = juce::jmin (blinkIntervalMilliseconds / 4, longestFlashMilliseconds);
+    return flashMilliseconds < shortestFlashMilliseconds ? std::nullopt : std::optional (flashMilliseconds);
 }
 
 void BlinkingLed::timerCallback()
 {
-    lastBlinkTimeMs = juce::Time::getMillisecondCounterHiRes();
+    lastBlinkTimeMilliseconds = juce::Time::getMillisecondCounterHiRes();
 
-    if (blinkIntervalMs > getTimerInterval())
-        startTimer (juce::jmax (blinkIntervalMs, shortestTimerIntervalMs));
+    if (blinkIntervalMilliseconds > getTimerInterval())
+        startTimer (juce::jmax (blinkIntervalMilliseconds, shortestTimerIntervalMilliseconds));
 
     setLit (true);
 
-    const auto flashMs = getFlashMs (blinkIntervalMs);
+    const auto flashMilliseconds = getFlashMilliseconds (blinkIntervalMilliseconds);
 
-    if (! flashMs.has_value())
+    if (! flashMilliseconds.has_value())
         return;
 
-    juce::Timer::callAfterDelay (*flashMs,
+    juce::Timer::callAfterDelay (*flashMilliseconds,
                                  [led = juce::Component::SafePointer<BlinkingLed> (this)]
                                  {
                                      if (led != nullptr)

@@ -18,12 +18,11 @@ public:
     /** Milliseconds from flash to flash; 0 on a lamp that has never flashed leaves it dark. A longer interval
         counts from the next flash on, a shorter one at once.
     */
-    void setBlinkInterval (int ms);
+    void setBlinkInterval (int milliseconds);
 
     /** How long a flash lasts when they follow each other after so many milliseconds; none where it doesn't end. */
-    static std::optional<int> getFlashMs (int blinkIntervalMs) noexcept;
+    static std::optional<int> getFlashMilliseconds (int blinkIntervalMilliseconds) noexcept;
 
-    /** The colour of the lit lamp. */
     void setLedColour (juce::Colour);
 
     void paint (juce::Graphics&) override;
@@ -34,8 +33,8 @@ private:
 
     bool lit = false;
     juce::Colour ledColour = juce::Colours::red;
-    int blinkIntervalMs = 0;
-    double lastBlinkTimeMs = 0.0;
+    int blinkIntervalMilliseconds = 0;
+    double lastBlinkTimeMilliseconds = 0.0;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (BlinkingLed)
 };

@@ -2,7 +2,7 @@
 
 namespace cv::varlo
 {
-TapButton::TapButton (double maxIntervalMs) : series (maxIntervalMs)
+TapButton::TapButton (double maxIntervalMilliseconds) : series (maxIntervalMilliseconds)
 {
     onClick = [this] { tap(); };
 }
@@ -11,9 +11,9 @@ TapButton::~TapButton() = default;
 
 void TapButton::tap()
 {
-    const auto intervalMs = series.addTap (juce::Time::getMillisecondCounterHiRes());
+    const auto intervalMilliseconds = series.addTap (juce::Time::getMillisecondCounterHiRes());
 
-    if (intervalMs && onTempoTapped)
-        onTempoTapped (*intervalMs);
+    if (intervalMilliseconds && onTempoTapped)
+        onTempoTapped (*intervalMilliseconds);
 }
 } // namespace cv::varlo

@@ -12,8 +12,8 @@ namespace cv::varlo
 class TapButton final : public juce::TextButton
 {
 public:
-    /** Taps that are further apart than `maxIntervalMs` milliseconds belong to different series. */
-    explicit TapButton (double maxIntervalMs);
+    /** Taps that are further apart than `maxIntervalMilliseconds` belong to different series. */
+    explicit TapButton (double maxIntervalMilliseconds);
 
     ~TapButton() override;
 

@@ -4,13 +4,14 @@
 
 namespace cv::varlo
 {
-std::optional<double> TapSeries::addTap (double nowMs)
+std::optional<double> TapSeries::addTap (double nowMilliseconds)
 {
-    const auto limitMs =
-        tapIntervals.isEmpty() ? maxIntervalMs : juce::jmin (2.0 * tapIntervals.getLast(), maxIntervalMs);
-    const auto elapsedMs = nowMs - lastTapTimeMs;
-    const auto startsSeries = lastTapTimeMs <= 0.0 || elapsedMs > limitMs;
-    lastTapTimeMs = nowMs;
+    const auto limitMilliseconds = tapIntervals.isEmpty()
+                                       ? maxIntervalMilliseconds
+                                       : juce::jmin (2.0 * tapIntervals.getLast(), maxIntervalMilliseconds);
+    const auto elapsedMilliseconds = nowMilliseconds - lastTapTimeMilliseconds;
+    const auto startsSeries = lastTapTimeMilliseconds <= 0.0 || elapsedMilliseconds > limitMilliseconds;
+    lastTapTimeMilliseconds = nowMilliseconds;
 
     if (startsSeries)
     {
@@ -19,7 +20,7 @@ std::optional<double> TapSeries::addTap (double nowMs)
     }
 
     const auto isFull = tapIntervals.size() >= maxTapIntervals;
-    tapIntervals.add (elapsedMs);
+    tapIntervals.add (elapsedMilliseconds);
 
     if (isFull)
         tapIntervals.remove (0);

@@ -13,18 +13,18 @@ namespace cv::varlo
 class TapSeries
 {
 public:
-    explicit TapSeries (double longestIntervalMs) : maxIntervalMs (longestIntervalMs) {}
+    explicit TapSeries (double longestIntervalMilliseconds) : maxIntervalMilliseconds (longestIntervalMilliseconds) {}
 
     /** Takes the time of a tap, in milliseconds of a clock that is above 0 and never goes back. Returns the
         average interval in milliseconds; none for the first tap of a series.
     */
-    std::optional<double> addTap (double nowMs);
+    std::optional<double> addTap (double nowMilliseconds);
 
 private:
     static constexpr int maxTapIntervals = 4;
 
-    const double maxIntervalMs;
-    double lastTapTimeMs = 0.0;       // 0 before the first tap
-    juce::Array<double> tapIntervals; // the oldest first
+    const double maxIntervalMilliseconds;
+    double lastTapTimeMilliseconds = 0.0; // 0 before the first tap
+    juce::Array<double> tapIntervals;     // the oldest first
 };
 } // namespace cv::varlo

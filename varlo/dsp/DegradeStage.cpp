@@ -4,13 +4,13 @@
 
 namespace cv::varlo
 {
-void DegradeStage::update (float newAmount, float newSampleRate) noexcept
+void DegradeStage::setAmount (float newAmount) noexcept
 {
-    if (juce::approximatelyEqual (newAmount, amount) && juce::approximatelyEqual (newSampleRate, sampleRate))
+    if (juce::approximatelyEqual (newAmount, amount) && juce::approximatelyEqual (preparedSampleRate, sampleRate))
         return;
 
     amount = newAmount;
-    sampleRate = newSampleRate;
+    sampleRate = preparedSampleRate;
 
     constexpr auto slowestRefreshHz = 100.0f;
     const auto exponent = std::pow (amount, 0.7f) * 5.0f + 1.0f;

@@ -21,10 +21,13 @@ namespace cv::varlo
 class DegradeStage
 {
 public:
-    /** Takes the amount, 0 to 1, and the rate in hertz, before each block. When one of them has
-        changed, each channel captures a fresh value on its next sample.
+    /** Takes the rate in hertz, for the next setAmount(). */
+    void prepare (float newSampleRate) noexcept { preparedSampleRate = newSampleRate; }
+
+    /** Takes the amount, 0 to 1, before each block. When it or the rate has changed, each channel captures a
+        fresh value on its next sample.
     */
-    void update (float amount, float sampleRate) noexcept;
+    void setAmount (float amount) noexcept;
 
     /** Whether process() would give back what it is given. */
     bool isTransparent() const noexcept { return holdLength == 1 && amount <= 0.0f; }
@@ -38,10 +41,11 @@ public:
     int getHoldLength() const noexcept { return holdLength; }
 
 private:
-    float sampleRate = 0.0f;
+    float preparedSampleRate = 0.0f;
+    float sampleRate = 0.0f; // what the hold was worked out for
     float amount = 0.0f;
     int holdLength = 1;
-    std::array<int, 2> holdCounter {};
+    std::array<int, maxChannels> holdCounter {};
     Frame heldSample;
 };
 } // namespace cv::varlo

@@ -22,6 +22,7 @@ float resonanceToQ (float resonancePercent) noexcept
 void DelayEngine::prepare (double newSampleRate, const ParameterValues& values)
 {
     sampleRate = newSampleRate;
+    degrade.prepare ((float) sampleRate);
 
     // Before the first prepare no ramp has a length, so these targets take effect at once.
     setParameters (values);
@@ -30,7 +31,7 @@ void DelayEngine::prepare (double newSampleRate, const ParameterValues& values)
     wetGain.reset (sampleRate, mixRampSeconds);
 
     const auto rate = (float) sampleRate;
-    memory.setMaxDelay ((int) std::ceil ((float) maxDelaySeconds * rate));
+    memory.prepare ((int) std::ceil ((float) maxDelaySeconds * rate));
     delay.setTargetValue (delaySeconds * rate);
     delay.reset (rate, delayRampSeconds);
     loopGain.reset (rate, loopGainRampSeconds);
@@ -54,7 +55,7 @@ void DelayEngine::setParameters (const ParameterValues& values) noexcept
     }
 
     loopGain.setTargetValue (values.feedbackPercent * 0.01f * maxLoopGain);
-    degrade.update (values.degradePercent * 0.01f, (float) sampleRate);
+    degrade.setAmount (values.degradePercent * 0.01f);
     ladder.setCutoff (values.lowpassHz);
     lowpass.setCutoff (values.lowpassHz);
     lowpass.setResonance (resonanceToQ (values.resonancePercent));

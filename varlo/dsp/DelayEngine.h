@@ -35,7 +35,6 @@ namespace cv::varlo
 class DelayEngine
 {
 public:
-    static constexpr int maxChannels = 2;
     static constexpr int maxDelaySeconds = 10;
     static constexpr double mixRampSeconds = 0.005;
     static constexpr double delayRampSeconds = 0.5;

@@ -10,7 +10,7 @@ namespace
 constexpr std::array<Frame, maxPartLength> silence {};
 }
 
-void DelayMemory::setMaxDelay (int maxDelay)
+void DelayMemory::prepare (int maxDelay)
 {
     clear();
     frames.resize (std::max<size_t> (4, (size_t) maxDelay + spareFrames));

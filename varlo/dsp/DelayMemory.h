@@ -12,7 +12,7 @@ namespace cv::varlo
     frame that is just being written. The ring isn't cleared: it counts what has been written since it was
     emptied, and reads silence beyond that.
 
-    Threads: setSize() never at the same time as the others, which are the audio thread's and allocate nothing.
+    Threads: prepare() never at the same time as the others, which are the audio thread's and allocate nothing.
 */
 class DelayMemory
 {
@@ -25,7 +25,7 @@ public:
     };
 
     /** Empties the memory and makes room for delays of up to `maxDelay` frames. Allocates when that has changed. */
-    void setMaxDelay (int maxDelay);
+    void prepare (int maxDelay);
 
     int getMaxDelay() const noexcept { return (int) frames.size() - spareFrames; }
 
@@ -40,10 +40,9 @@ public:
     /** Takes over `numFrames` frames, at most the room in a row, that stand at the write position. */
     void finishWrite (int numFrames) noexcept;
 
-    /** What will be heard of the next frames at a fixed delay: at least 1 and at most `maxLength` of them, maxPartLength
-        of silence. The first
-        frame at the write position has to stand there already; a run is never longer than delay + 1, so none
-        beyond that is read.
+    /** What will be heard of the next frames at a fixed delay: at least 1 and at most `maxLength` of them,
+        maxPartLength of silence. The first frame at the write position has to stand there already; a run is never
+        longer than delay + 1, so none beyond that is read.
     */
     Run read (int delay, int maxLength) const noexcept;
 

@@ -30,7 +30,6 @@ public:
     /** Takes the rate in hertz, above 0, and clears the envelopes. */
     void prepare (double sampleRate) noexcept;
 
-    /** Empties the envelopes. */
     void clear() noexcept { envelope = {}; }
 
     const Coefficients& getCoefficients() const noexcept { return coefficients; }

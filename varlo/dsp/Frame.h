@@ -96,6 +96,9 @@ private:
 
 using Frame = FrameOf<NativeLanes>;
 
+/** The most channels that a frame holds. */
+constexpr int maxChannels = 2;
+
 /** The most frames that are worked on in one go: enough to spread the cost of a start, and little enough for all that
     belongs to them to stay in the first cache.
 */

@@ -29,7 +29,7 @@ AboutComponent::AboutComponent (pluginCore::PluginProcessor& audioProcessor, Url
     }
 
     nameLabel.getProperties().set (brightTextProportion, 0.5);
-    linkLabel.getProperties().set (brightTextProportion, static_cast<double> (0.8f));
+    linkLabel.getProperties().set (brightTextProportion, (double) 0.8f);
 
     for (auto* const label : { &linkLabel, &spareLabel })
         label->setJustificationType (juce::Justification::left | juce::Justification::bottom);
@@ -80,7 +80,7 @@ void AboutComponent::resized()
     linkLabel.setBounds (layout.link);
     const auto linkWidth =
         juce::GlyphArrangement::getStringWidth (getLookAndFeel().getLabelFont (linkLabel), linkLabel.getText());
-    linkLabel.setBounds (narrowToText (layout.link, static_cast<int> (std::ceil (linkWidth))));
+    linkLabel.setBounds (narrowToText (layout.link, (int) std::ceil (linkWidth)));
 
     spareLabel.setBounds (layout.copyright);
     copyrightLabel.setBounds (layout.copyright);

@@ -13,9 +13,9 @@ struct AboutLayout
     juce::Rectangle<int> copyright;
 };
 
-/** For a panel of this size in pixels, neither below 0. No area has a negative size. */
+/** For a panel of this size in logical pixels, neither below 0. No area has a negative size. */
 AboutLayout layOutAboutPanel (int width, int height);
 
-/** The link's area narrowed to its text, `textWidth` pixels wide, so that only the text can be clicked. */
+/** The link's area narrowed to its text, `textWidth` logical pixels wide, so that only the text can be clicked. */
 juce::Rectangle<int> narrowToText (juce::Rectangle<int> linkArea, int textWidth);
 } // namespace cv::varlo

@@ -9,7 +9,7 @@ namespace cv::varlo
 {
 namespace
 {
-constexpr double longestTapIntervalMs = 10000.0;
+constexpr double longestTapIntervalMilliseconds = 10000.0;
 
 juce::AudioParameterFloat& findDelayParameter (const juce::AudioProcessorValueTreeState& tree)
 {
@@ -22,7 +22,7 @@ AudioPluginAudioProcessorEditor::AudioPluginAudioProcessorEditor (AudioPluginAud
     , header (audioProcessor.getPresetsManager(), &audioProcessor.getUndoManager())
     , spectrogram (audioProcessor.getFFTProcessor())
     , aboutPanel (audioProcessor)
-    , tapButton (longestTapIntervalMs)
+    , tapButton (longestTapIntervalMilliseconds)
     , delayParameter (findDelayParameter (audioProcessor.getValueTreeState()))
     , delayAttachment (delayParameter, [this] (float) { followDelay(); })
 {
@@ -36,7 +36,7 @@ AudioPluginAudioProcessorEditor::AudioPluginAudioProcessorEditor (AudioPluginAud
     led.setLedColour (palette::led);
 
     tapButton.setButtonText ("Tap");
-    tapButton.onTempoTapped = [this] (double ms) { setDelay (ms); };
+    tapButton.onTempoTapped = [this] (double milliseconds) { setDelay (milliseconds); };
 }
 
 AudioPluginAudioProcessorEditor::~AudioPluginAudioProcessorEditor()
@@ -59,7 +59,7 @@ void AudioPluginAudioProcessorEditor::addComponents (juce::AudioProcessorValueTr
 void AudioPluginAudioProcessorEditor::setUpLogo()
 {
     juce::Path logo;
-    logo.loadPathFromData (resources::logo_path, static_cast<size_t> (resources::logo_pathSize));
+    logo.loadPathFromData (resources::logo_path, (size_t) resources::logo_pathSize);
 
     const auto background = header.findColour (pluginCore::headerBackgroundColourId);
     const auto over = background.contrasting (0.65f);
@@ -72,9 +72,9 @@ void AudioPluginAudioProcessorEditor::followDelay()
     led.setBlinkInterval (juce::roundToInt (delayParameter.get()));
 }
 
-void AudioPluginAudioProcessorEditor::setDelay (double ms)
+void AudioPluginAudioProcessorEditor::setDelay (double milliseconds)
 {
-    const auto newDelay = static_cast<float> (ms);
+    const auto newDelay = (float) milliseconds;
 
     delayParameter.beginChangeGesture();
 
@@ -100,6 +100,6 @@ void AudioPluginAudioProcessorEditor::resized()
     led.setBounds (layout.led);
 
     for (size_t i = 0; i < layout.knobs.size(); ++i)
-        knobs[static_cast<int> (i)]->setBounds (layout.knobs[i]);
+        knobs[(int) i]->setBounds (layout.knobs[i]);
 }
 } // namespace cv::varlo

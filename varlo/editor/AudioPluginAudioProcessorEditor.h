@@ -39,7 +39,7 @@ private:
     void addComponents (juce::AudioProcessorValueTreeState&);
     void setUpLogo();
     void followDelay();
-    void setDelay (double ms);
+    void setDelay (double milliseconds);
 
     const std::shared_ptr<DefaultPluginLookAndFeel> lookAndFeelHolder = DefaultPluginLookAndFeel::getShared();
 

@@ -12,7 +12,7 @@ void layOutTapColumn (EditorLayout& layout, Area column)
     // Where the row is narrower than that, the button keeps its size.
     const auto buttonWidth = column.proportionOfHeight (0.5f);
     const auto ledSize = buttonWidth / 5;
-    const auto rise = juce::roundToInt (static_cast<float> (buttonWidth) / 3.5f);
+    const auto rise = juce::roundToInt ((float) buttonWidth / 3.5f);
 
     layout.tapButton = column.withSizeKeepingCentre (buttonWidth, buttonWidth / 2).translated (ledSize, -rise);
     layout.led = layout.tapButton.translated (0, layout.tapButton.getHeight()).withSizeKeepingCentre (ledSize, ledSize);
@@ -21,7 +21,7 @@ void layOutTapColumn (EditorLayout& layout, Area column)
 /** Knobs of equal width with a gap before each group, from left to right as far as the row reaches. */
 void layOutKnobs (EditorLayout& layout, Area row)
 {
-    constexpr auto numKnobs = static_cast<float> (editorKnobs.size());
+    constexpr auto numKnobs = (float) editorKnobs.size();
 
     // As much as one knob more would take is left for the gaps.
     const auto widthForGaps = row.proportionOfWidth (1.0f / (numKnobs + 1.0f));

@@ -6,7 +6,6 @@
 
 namespace cv::varlo
 {
-/** A knob of the editor. */
 struct EditorKnob
 {
     const char* parameterId;
@@ -36,7 +35,7 @@ struct EditorLayout
     std::array<juce::Rectangle<int>, editorKnobs.size()> knobs; // in the order of editorKnobs
 };
 
-/** For an editor of this size in pixels, neither below 0. Where the space runs out, the rightmost knobs get
+/** For an editor of this size in logical pixels, neither below 0. Where the space runs out, the rightmost knobs get
     none; no area has a negative size.
 */
 EditorLayout layOutEditor (int width, int height);

@@ -7,7 +7,7 @@ namespace cv::varlo
 {
 namespace
 {
-constexpr int refreshIntervalMs = 33;
+constexpr int refreshIntervalMilliseconds = 33;
 } // namespace
 
 SpectrogramComponent::SpectrogramComponent (FFTProcessor& source) : fftProcessor (source)
@@ -16,7 +16,7 @@ SpectrogramComponent::SpectrogramComponent (FFTProcessor& source) : fftProcessor
     rebuildImage();
 
     setOpaque (true);
-    startTimer (refreshIntervalMs);
+    startTimer (refreshIntervalMilliseconds);
 }
 
 SpectrogramComponent::~SpectrogramComponent()
@@ -49,10 +49,10 @@ void SpectrogramComponent::paint (juce::Graphics& g)
 
     const auto area = getLocalBounds().reduced (1).toFloat();
 
-    g.drawImageTransformed (
-        historyImage, juce::AffineTransform::scale (area.getWidth() / static_cast<float> (historyImage.getWidth()),
-                                                    area.getHeight() / static_cast<float> (historyImage.getHeight()))
-                          .translated (area.getPosition()));
+    g.drawImageTransformed (historyImage,
+                            juce::AffineTransform::scale (area.getWidth() / (float) historyImage.getWidth(),
+                                                          area.getHeight() / (float) historyImage.getHeight())
+                                .translated (area.getPosition()));
 }
 
 void SpectrogramComponent::paintOverChildren (juce::Graphics& g)

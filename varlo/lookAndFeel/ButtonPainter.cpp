@@ -15,7 +15,7 @@ bool isTapCaption (const juce::String& caption)
 
 float getCornerSize (int height) noexcept
 {
-    return juce::jmin (6.0f, 0.25f * static_cast<float> (juce::jmax (height, 0)));
+    return juce::jmin (6.0f, 0.25f * (float) juce::jmax (height, 0));
 }
 } // namespace
 
@@ -70,8 +70,8 @@ juce::String getShownCaption (const juce::String& caption)
 juce::Rectangle<int> getCaptionArea (int width, int height, const juce::String& caption) noexcept
 {
     const auto isTap = isTapCaption (caption);
-    const auto margin = isTap ? 0 : static_cast<int> (getCornerSize (height)) + 2;
-    const auto indent = juce::jmin (juce::roundToInt (0.3f * static_cast<float> (height)), 4);
+    const auto margin = isTap ? 0 : (int) getCornerSize (height) + 2;
+    const auto indent = juce::jmin (juce::roundToInt (0.3f * (float) height), 4);
 
     return juce::Rectangle (width, height).reduced (margin, indent).translated (0, isTap ? -1 : 0);
 }
@@ -105,7 +105,7 @@ void paintCaption (juce::Graphics& g,
     constexpr auto maximumLines = 2;
     constexpr auto standardSqueezing = 0.0f;
 
-    const auto isLeft = static_cast<bool> (button.getProperties()["JustificationLeft"]);
+    const auto isLeft = (bool) button.getProperties()["JustificationLeft"];
     const auto alpha = getControlAlpha (state.isEnabled);
     const auto caption = getShownCaption (button.getButtonText());
     const auto area = getCaptionArea (button.getWidth(), button.getHeight(), button.getButtonText());

@@ -17,7 +17,7 @@ struct ButtonState
 /** Reads a button's state. Message thread. */
 ButtonState getButtonState (const juce::Button&, bool isHighlighted, bool isDown);
 
-/** The rounded shape of a button of this size in units, inside its edges. Any thread. */
+/** The rounded shape of a button of this size in logical pixels, inside its edges. Any thread. */
 juce::Path makeButtonShape (int width, int height);
 
 /** What fills that shape: the button's own colour when it is on, opaque whatever its own alpha is, and the
@@ -33,8 +33,8 @@ void paintButtonShape (
 /** A caption as it is shown, with a capital at its start. Any thread. */
 juce::String getShownCaption (const juce::String& caption);
 
-/** Where the caption goes in a button of this size, in units, never with a negative size. The tap button's
-    caption takes the whole width and sits a unit higher. Any thread.
+/** Where the caption goes in a button of this size, in logical pixels, never with a negative size. The tap button's
+    caption takes the whole width and sits a logical pixel higher. Any thread.
 */
 juce::Rectangle<int> getCaptionArea (int width, int height, const juce::String& caption) noexcept;
 

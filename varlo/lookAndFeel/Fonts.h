@@ -6,7 +6,7 @@
 
 namespace cv::varlo
 {
-/** The product's fonts, 14 units high, from the files that the plug-in carries in itself. Message thread. */
+/** The product's fonts, 14 logical pixels high, from the files that the plug-in carries in itself. Message thread. */
 struct Fonts
 {
     Fonts();

@@ -11,7 +11,7 @@ struct HeaderButtonAreas
     juce::Rectangle<int> info;
 };
 
-/** The buttons of a header of this size in units: from its top to its bottom, the logo near the left edge, and
+/** The buttons of a header of this size in logical pixels: from its top to its bottom, the logo near the left edge, and
     the information button near the right one, in what a header's proportions leave there. Any thread.
 */
 HeaderButtonAreas layOutHeaderButtons (int width, int height) noexcept;

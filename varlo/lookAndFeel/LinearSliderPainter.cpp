@@ -64,14 +64,14 @@ void paintHorizontalBar (juce::Graphics& g,
 
 RoundedBar getHorizontalGroove (juce::Rectangle<int> area) noexcept
 {
-    const auto height = static_cast<float> (area.getHeight());
+    const auto height = (float) area.getHeight();
     const auto groove = area.toFloat().withTrimmedTop (0.25f * height).withHeight (0.5f * height);
     return { groove.getSmallestIntegerContainer().toFloat(), 0.2f * height };
 }
 
 RoundedBar getVerticalGroove (juce::Rectangle<int> area, bool hasTextBox) noexcept
 {
-    const auto width = static_cast<float> (area.getWidth());
+    const auto width = (float) area.getWidth();
     const auto thickness = juce::jmax (width / (hasTextBox ? 11.0f : 3.5f), 1.0f);
 
     // At the middle of a column of pixels, so that a thin groove isn't smeared over two.

@@ -22,14 +22,14 @@ struct LinearSliderState
     juce::Colour thumb;
 };
 
-/** Where a rounded bar lies, in units, and how large its corners are. */
+/** Where a rounded bar lies, in logical pixels, and how large its corners are. */
 struct RoundedBar
 {
     juce::Rectangle<float> area;
     float cornerSize = 0.0f;
 };
 
-/** The groove of a horizontal slider: half of its area's height, in whole units. Any thread. */
+/** The groove of a horizontal slider: half of its area's height, in whole logical pixels. Any thread. */
 RoundedBar getHorizontalGroove (juce::Rectangle<int> area) noexcept;
 
 /** The groove of a vertical slider: a thin one at the centre, thinner beside a text box. Any thread. */

@@ -52,7 +52,7 @@ void PluginLookAndFeel::drawButtonBackground (
 
 juce::Font PluginLookAndFeel::getTextButtonFont (juce::TextButton&, int buttonHeight)
 {
-    return mediumFont.withHeight (0.6f * static_cast<float> (buttonHeight));
+    return mediumFont.withHeight (0.6f * (float) buttonHeight);
 }
 
 void PluginLookAndFeel::drawButtonText (juce::Graphics& g, juce::TextButton& button, bool isHighlighted, bool isDown)
@@ -127,8 +127,7 @@ juce::Font PluginLookAndFeel::getPopupMenuFont()
 {
     constexpr auto smallestHeight = 11.0f, widthProportion = 1.0f / 35.0f;
 
-    return LookAndFeel::regularFont.withHeight (
-        juce::jmax (smallestHeight, static_cast<float> (editorWidth) * widthProportion));
+    return LookAndFeel::regularFont.withHeight (juce::jmax (smallestHeight, (float) editorWidth * widthProportion));
 }
 
 void PluginLookAndFeel::getIdealPopupMenuItemSize (

@@ -18,7 +18,7 @@ namespace cv::varlo
     | "gradYProp"         | a label        | double | down to which part of its height, 0 to 1, the text is bright   |
     | "centered"          | a rotary slider| bool   | the arc begins at the value that a double click brings back    |
 
-    A button whose text begins with "Tap" has its caption one unit higher and without side margins.
+    A button whose text begins with "Tap" has its caption one logical pixel higher and without side margins.
 
     Message thread.
 */

@@ -45,9 +45,9 @@ MenuItemLayout layOutMenuItem (juce::Rectangle<int> itemArea, const MenuItemStat
 
     if (item.hasSubMenu)
     {
-        const auto arrow = cell.removeFromRight (static_cast<int> (arrowHeight));
-        const auto x = static_cast<float> (arrow.getX());
-        const auto y = static_cast<float> (arrow.getCentreY());
+        const auto arrow = cell.removeFromRight ((int) arrowHeight);
+        const auto x = (float) arrow.getX();
+        const auto y = (float) arrow.getCentreY();
         layout.arrow.addTriangle (x, y - 0.5f * arrowHeight, x, y + 0.5f * arrowHeight,
                                   x + arrowProportion * arrowHeight, y);
     }
@@ -77,8 +77,8 @@ juce::Point<int> getIdealMenuItemSize (const juce::String& text,
         return { separatorWidth, standardHeight > 0 ? standardHeight / 10 : separatorHeight };
 
     const auto height = standardHeight > 0 ? standardHeight : juce::roundToInt (0.8f * font.getHeight());
-    const auto textFont = font.withHeight (fontProportion * static_cast<float> (height));
-    const auto textWidth = static_cast<int> (std::ceil (juce::GlyphArrangement::getStringWidth (textFont, text)));
+    const auto textFont = font.withHeight (fontProportion * (float) height);
+    const auto textWidth = (int) std::ceil (juce::GlyphArrangement::getStringWidth (textFont, text));
     return { juce::jmax (2 * height, height + textWidth), height };
 }
 

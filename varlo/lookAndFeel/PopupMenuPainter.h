@@ -21,10 +21,10 @@ struct MenuItemState
     bool hasMarker() const noexcept { return hasSubMenu && (isTicked || isHighlighted); }
 };
 
-/** The line that separates items, a unit high, in the area of its own item. Any thread. */
+/** The line that separates items, a logical pixel high, in the area of its own item. Any thread. */
 juce::Rectangle<int> getMenuSeparator (juce::Rectangle<int> itemArea) noexcept;
 
-/** Where an item's parts lie, in units; of the marker and the arrow only what the item has. */
+/** Where an item's parts lie, in logical pixels; of the marker and the arrow only what the item has. */
 struct MenuItemLayout
 {
     juce::Rectangle<int> marker;
@@ -32,13 +32,15 @@ struct MenuItemLayout
     juce::Path arrow;
 };
 
-/** The layout of an item in its area. The arrow's height is in units, its width six tenths of that. Any thread. */
+/** The layout of an item in its area. The arrow's height is in logical pixels, its width six tenths of that. Any
+    thread.
+*/
 MenuItemLayout layOutMenuItem (juce::Rectangle<int> itemArea, const MenuItemState&, float arrowHeight);
 
-/** The height in units of the font in which an item's text fits into the item's area. Message thread. */
+/** The height in logical pixels of the font in which an item's text fits into the item's area. Message thread. */
 float getMenuItemFontHeight (juce::Rectangle<int> itemArea, const juce::Font&, const juce::String& text);
 
-/** How large an item wants to be, in units, in a menu of that font. A standard height of 0 or below is none.
+/** How large an item wants to be, in logical pixels, in a menu of that font. A standard height of 0 or below is none.
     Message thread.
 */
 juce::Point<int> getIdealMenuItemSize (const juce::String& text,
@@ -53,7 +55,7 @@ void paintMenuSeparator (juce::Graphics&, juce::Rectangle<int> itemArea, juce::C
 void paintMenuItem (
     juce::Graphics&, juce::Rectangle<int> itemArea, const MenuItemState&, const juce::Font& menuFont, juce::Colour);
 
-/** The band of a section header, and where its text goes, in units. Any thread. */
+/** The band of a section header, and where its text goes, in logical pixels. Any thread. */
 juce::Rectangle<int> getMenuHeaderBand (juce::Rectangle<int> itemArea) noexcept;
 juce::Rectangle<int> getMenuHeaderTextArea (juce::Rectangle<int> itemArea) noexcept;
 

@@ -6,7 +6,7 @@ std::array<juce::Rectangle<int>, 3> getCornerDots (int width, int height) noexce
 {
     constexpr auto dotProportion = 0.22f;
 
-    const auto diameter = juce::roundToInt (dotProportion * static_cast<float> (juce::jmin (width, height)));
+    const auto diameter = juce::roundToInt (dotProportion * (float) juce::jmin (width, height));
     const juce::Rectangle<int> dot (diameter, diameter);
     return { dot.withPosition (width / 2, height / 2), dot.withPosition (width / 2, 0),
              dot.withPosition (0, height / 2) };

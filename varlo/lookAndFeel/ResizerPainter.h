@@ -6,7 +6,9 @@
 
 namespace cv::varlo
 {
-/** The three dots of a corner of this size, in units: in the middle, above it and to the left of it. Any thread. */
+/** The three dots of a corner of this size, in logical pixels: in the middle, above it and to the left of it. Any
+    thread.
+*/
 std::array<juce::Rectangle<int>, 3> getCornerDots (int width, int height) noexcept;
 
 /** The dots' colour, brighter under the mouse and while they are dragged. Any thread. */

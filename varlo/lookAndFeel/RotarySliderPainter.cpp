@@ -9,11 +9,11 @@ namespace
 {
 float getArcStartAngle (juce::Slider& slider, float rangeStartAngle, float rangeEndAngle)
 {
-    if (! static_cast<bool> (slider.getProperties()["centered"]) || ! slider.isDoubleClickReturnEnabled())
+    if (! (bool) slider.getProperties()["centered"] || ! slider.isDoubleClickReturnEnabled())
         return rangeStartAngle;
 
     const auto centre = slider.valueToProportionOfLength (slider.getDoubleClickReturnValue());
-    return rangeStartAngle + static_cast<float> (centre) * (rangeEndAngle - rangeStartAngle);
+    return rangeStartAngle + (float) centre * (rangeEndAngle - rangeStartAngle);
 }
 
 /** What isn't lit darkens towards the value under the mouse. */
@@ -74,7 +74,7 @@ RotaryRing getRotaryRing (juce::Rectangle<int> area) noexcept
     constexpr auto thicknessProportion = 0.08f;
 
     const auto room = area.reduced (margin);
-    const auto diameter = static_cast<float> (juce::jmin (room.getWidth(), room.getHeight()));
+    const auto diameter = (float) juce::jmin (room.getWidth(), room.getHeight());
     return { area.toFloat().withSizeKeepingCentre (diameter, diameter), thicknessProportion * diameter };
 }
 

@@ -4,7 +4,7 @@
 
 namespace cv::varlo
 {
-/** The ring of a rotary slider. Lengths are in units, angles in radians clockwise from the top. */
+/** The ring of a rotary slider. Lengths are in logical pixels, angles in radians clockwise from the top. */
 struct RotaryRing
 {
     /** The square that the ring touches from inside; empty where there is no room for a ring. */
@@ -33,7 +33,7 @@ struct RotaryRing
     juce::Path makeCap (float angle, Cap) const;
 };
 
-/** The ring in a slider's area: centred, two units from the edges. Any thread. */
+/** The ring in a slider's area: centred, two logical pixels from the edges. Any thread. */
 RotaryRing getRotaryRing (juce::Rectangle<int> area) noexcept;
 
 /** What a rotary slider looks like at the moment. Angles are in radians clockwise from the top. */

@@ -13,8 +13,8 @@ struct ShadowCaster
     juce::ModifierKeys modifiers;
 };
 
-/** How far a control's shadow is shifted, in units: a little at rest, further under the mouse, not at all while
-    it is pressed or when it is disabled. A mouse that is about to open a menu doesn't move it. Any thread.
+/** How far a control's shadow is shifted, in logical pixels: a little at rest, further under the mouse, not at all
+    while it is pressed or when it is disabled. A mouse that is about to open a menu doesn't move it. Any thread.
 */
 juce::Point<int> getShadowOffset (const ShadowCaster&) noexcept;
 

@@ -12,7 +12,7 @@ void paintText (juce::Graphics& g, const juce::Label& label, const juce::Font& f
 {
     const auto alpha = getControlAlpha (label.isEnabled());
     const auto colour = label.findColour (juce::Label::textColourId).withMultipliedAlpha (alpha);
-    const auto brightProportion = static_cast<double> (label.getProperties()["gradYProp"]);
+    const auto brightProportion = (double) label.getProperties()["gradYProp"];
     const auto area = textArea.toFloat();
 
     g.setGradientFill (makeSheen (colour, area.getY(), area.getBottom(), brightProportion));
@@ -26,7 +26,7 @@ void paintText (juce::Graphics& g, const juce::Label& label, const juce::Font& f
 
 float getSheenLabelFontHeight (const juce::Label& label)
 {
-    const auto height = static_cast<float> (label.getHeight());
+    const auto height = (float) label.getHeight();
 
     if (label.findParentComponentOfClass<juce::Slider>() != nullptr)
         return 0.75f * height;
@@ -36,7 +36,7 @@ float getSheenLabelFontHeight (const juce::Label& label)
 
 int getSheenLabelLines (int textAreaHeight, float fontHeight) noexcept
 {
-    return juce::jmax (1, static_cast<int> (static_cast<float> (textAreaHeight) / fontHeight));
+    return juce::jmax (1, (int) ((float) textAreaHeight / fontHeight));
 }
 
 juce::ColourGradient makeSheen (juce::Colour colour, float top, float bottom, double brightProportion)

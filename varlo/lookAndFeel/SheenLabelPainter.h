@@ -4,7 +4,7 @@
 
 namespace cv::varlo
 {
-/** The height of a label's font in units, as a proportion of the label's height that depends on the component
+/** The height of a label's font in logical pixels, as a proportion of the label's height that depends on the component
     it belongs to: a slider, a labelled slider, or any other. Message thread.
 */
 float getSheenLabelFontHeight (const juce::Label&);

@@ -74,7 +74,7 @@ juce::TextEditor* SliderLabelComp::createEditorComponent()
     constexpr auto leftIndent = 4;
 
     const auto fontHeight = getLookAndFeel().getLabelFont (*this).getHeight();
-    const auto topIndent = juce::roundToInt ((static_cast<float> (getHeight()) - fontHeight) / 2.0f);
+    const auto topIndent = juce::roundToInt (((float) getHeight() - fontHeight) / 2.0f);
 
     auto* const textEditor = Label::createEditorComponent();
     textEditor->setBorder (juce::BorderSize<int> (0));

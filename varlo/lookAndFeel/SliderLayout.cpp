@@ -6,7 +6,7 @@ namespace
 {
 int roundedPortion (float ratio, int length) noexcept
 {
-    return juce::roundToInt (ratio * static_cast<float> (length));
+    return juce::roundToInt (ratio * (float) length);
 }
 } // namespace
 

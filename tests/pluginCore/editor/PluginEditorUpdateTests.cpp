@@ -46,10 +46,10 @@ protected:
         server.setReply ("/notes/changeLogMac.php", HttpReply::page ("It glides now."));
     }
 
-    void announce (const juce::String& version, juce::int64 releaseTimeMs)
+    void announce (const juce::String& version, juce::int64 releaseTimeMilliseconds)
     {
         server.setReply ("/notes/lastVersion.php", HttpReply::page ("macVersion:" + version + ";macReleaseDate:"
-                                                                    + juce::String (releaseTimeMs) + ";"));
+                                                                    + juce::String (releaseTimeMilliseconds) + ";"));
     }
 
     juce::ValueTree& settings() { return product.getGlobalSettings().getValues(); }
@@ -252,10 +252,12 @@ public:
 
     double getEditorAspectRatio() const override { return 2.0; }
 
-    void versionCheckFinished (UpdateChecker& checker, bool updateAvailable, juce::int64 releaseTimeMs) override
+    void versionCheckFinished (UpdateChecker& checker,
+                               bool updateAvailable,
+                               juce::int64 releaseTimeMilliseconds) override
     {
         priorities.push_back (getStartPriority (checker).value_or (normal));
-        PluginEditor::versionCheckFinished (checker, updateAvailable, releaseTimeMs);
+        PluginEditor::versionCheckFinished (checker, updateAvailable, releaseTimeMilliseconds);
         priorities.push_back (getStartPriority (checker).value_or (normal));
     }
 
@@ -278,13 +280,13 @@ protected:
     PluginEditorPolicyTest() { settings().setProperty ("checkForUpdates", "0", nullptr); }
 
     /** Whether the change log is asked for. */
-    bool fetchesChangeLog (bool updateAvailable, juce::int64 releaseTimeMs, juce::int64 lastChangeLogTime)
+    bool fetchesChangeLog (bool updateAvailable, juce::int64 releaseTimeMilliseconds, juce::int64 lastChangeLogTime)
     {
         set ("lastChangeLogTime", lastChangeLogTime);
         set ("lastVersionCheck", 0);
         const EditorWindow editor (product);
         UpdateChecker checker ("1.0.0");
-        editor->versionCheckFinished (checker, updateAvailable, releaseTimeMs);
+        editor->versionCheckFinished (checker, updateAvailable, releaseTimeMilliseconds);
         EXPECT_GT (get ("lastVersionCheck"), 0);
 
         const auto fetches = checker.changeLogMode;

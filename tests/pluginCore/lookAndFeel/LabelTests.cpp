@@ -89,8 +89,7 @@ TEST_F (LabelTest, FontInASliderFollowsItsStyle)
                || style == juce::Slider::TwoValueVertical || style == juce::Slider::ThreeValueVertical;
     };
 
-    for (auto style = static_cast<int> (juce::Slider::LinearHorizontal); style <= juce::Slider::ThreeValueVertical;
-         ++style)
+    for (auto style = (int) juce::Slider::LinearHorizontal; style <= juce::Slider::ThreeValueVertical; ++style)
     {
         slider.setSliderStyle (static_cast<juce::Slider::SliderStyle> (style));
 
@@ -196,7 +195,7 @@ TEST_F (LabelTest, DisabledOneIsDimmedToTwoFifths)
 TEST_F (LabelTest, DisabledOneKeepsItsColoursOwnAlpha)
 {
     label.setEnabled (false);
-    label.setColour (juce::Label::textColourId, juce::Colours::white.withAlpha (static_cast<juce::uint8> (128)));
+    label.setColour (juce::Label::textColourId, juce::Colours::white.withAlpha ((juce::uint8) 128));
     EXPECT_NEAR (getGreatestAlpha (render (label), label.getLocalBounds()), 51, 1);
 }
 

@@ -53,13 +53,13 @@ TEST (LookAndFeelTest, SetsTheColoursOfTheFrameworksPanels)
 
 TEST (LookAndFeelTest, ColourIdentifiersKeepTheirNumbers)
 {
-    EXPECT_EQ (static_cast<int> (LookAndFeel::changeLogBackgroundColourId), 0xc89320);
-    EXPECT_EQ (static_cast<int> (LookAndFeel::displayTextBackgroundColourId), 0xcbdef31);
-    EXPECT_EQ (static_cast<int> (LookAndFeel::panelBackgroundColourId), 0xc32aada);
-    EXPECT_EQ (static_cast<int> (LookAndFeel::panelDarkBackgroundColourId), 0x6780200);
-    EXPECT_EQ (static_cast<int> (LookAndFeel::headerBackgroundColourId), 0xc324433);
-    EXPECT_EQ (static_cast<int> (LookAndFeel::controlPanelColourId), 0xc321192);
-    EXPECT_EQ (static_cast<int> (LookAndFeel::presetsBarBackgroundColourId), 0xc19910);
+    EXPECT_EQ ((int) LookAndFeel::changeLogBackgroundColourId, 0xc89320);
+    EXPECT_EQ ((int) LookAndFeel::displayTextBackgroundColourId, 0xcbdef31);
+    EXPECT_EQ ((int) LookAndFeel::panelBackgroundColourId, 0xc32aada);
+    EXPECT_EQ ((int) LookAndFeel::panelDarkBackgroundColourId, 0x6780200);
+    EXPECT_EQ ((int) LookAndFeel::headerBackgroundColourId, 0xc324433);
+    EXPECT_EQ ((int) LookAndFeel::controlPanelColourId, 0xc321192);
+    EXPECT_EQ ((int) LookAndFeel::presetsBarBackgroundColourId, 0xc19910);
 }
 
 TEST (LookAndFeelTest, StartsWithASmallEditorAndTheSharedFonts)
@@ -108,7 +108,7 @@ TEST_F (TextButtonFontTest, ShrinksWithTheWidth)
     EXPECT_FLOAT_EQ (heightAt (30), 21.0f);
 
     button.setSize (textWidth / 2, 30);
-    const auto fitting = std::floor (static_cast<float> (textWidth / 2) / static_cast<float> (textWidth) * 30.0f);
+    const auto fitting = std::floor ((float) (textWidth / 2) / (float) textWidth * 30.0f);
     EXPECT_FLOAT_EQ (heightAt (30), 0.9f * fitting);
     EXPECT_LT (fitting, 16.0f);
 }

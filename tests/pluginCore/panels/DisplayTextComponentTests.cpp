@@ -34,7 +34,7 @@ TEST_F (DisplayTextComponentTest, IsForReadingWrappedLines)
 
     panel.setSize (100, 300);
     panel.getTextEditor().setText ("Many words that can't all stand in one line of a panel that narrow", false);
-    EXPECT_GT (editor.getTextHeight(), 3 * static_cast<int> (editor.getFont().getHeight()));
+    EXPECT_GT (editor.getTextHeight(), 3 * (int) editor.getFont().getHeight());
     EXPECT_LE (editor.getTextWidth(), 98);
 }
 

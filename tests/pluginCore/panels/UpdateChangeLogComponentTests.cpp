@@ -185,9 +185,9 @@ TEST_F (UpdateChangeLogComponentTest, ButtonsShowTheirWholeText)
         for (auto* const button : { &closeButton(), &downloadButton() })
         {
             const auto font = lookAndFeel.getTextButtonFont (*button, button->getHeight());
-            EXPECT_GE (font.getHeight(), 0.6f * static_cast<float> (button->getHeight()));
+            EXPECT_GE (font.getHeight(), 0.6f * (float) button->getHeight());
             EXPECT_LE (juce::GlyphArrangement::getStringWidth (font, button->getButtonText()),
-                       static_cast<float> (button->getWidth()));
+                       (float) button->getWidth());
         }
     }
 }

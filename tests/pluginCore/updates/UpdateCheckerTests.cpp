@@ -25,12 +25,14 @@ public:
 
     ~Recorder() override { checker.removeListener (this); }
 
-    void versionCheckFinished (UpdateChecker& source, bool updateAvailable, juce::int64 releaseTimeMs) override
+    void versionCheckFinished (UpdateChecker& source,
+                               bool updateAvailable,
+                               juce::int64 releaseTimeMilliseconds) override
     {
         EXPECT_EQ (&source, &checker);
         EXPECT_TRUE (juce::MessageManager::existsAndIsCurrentThread());
         updates.push_back (updateAvailable);
-        releaseTimes.push_back (releaseTimeMs);
+        releaseTimes.push_back (releaseTimeMilliseconds);
     }
 
     void changeLogReady (UpdateChecker& source, const juce::String& text) override
@@ -90,7 +92,7 @@ struct Answer
     const char* running;
     const char* body;
     bool isUpdate;
-    juce::int64 releaseTimeMs = 0;
+    juce::int64 releaseTimeMilliseconds = 0;
 };
 
 const Answer answers[] = {
@@ -161,7 +163,7 @@ TEST_F (UpdateCheckerTest, ComparesTheVersionOfTheAnswer)
         SCOPED_TRACE (juce::String (answers[i].running) + " against " + answers[i].body);
         ASSERT_TRUE (runMessageLoopUntil ([&] { return recorders[i]->getNumCalls() > 0; }));
         EXPECT_THAT (recorders[i]->updates, testing::ElementsAre (answers[i].isUpdate));
-        EXPECT_THAT (recorders[i]->releaseTimes, testing::ElementsAre (answers[i].releaseTimeMs));
+        EXPECT_THAT (recorders[i]->releaseTimes, testing::ElementsAre (answers[i].releaseTimeMilliseconds));
     }
 }
 
@@ -286,9 +288,11 @@ class FollowingRecorder final : public Recorder
 public:
     using Recorder::Recorder;
 
-    void versionCheckFinished (UpdateChecker& source, bool updateAvailable, juce::int64 releaseTimeMs) override
+    void versionCheckFinished (UpdateChecker& source,
+                               bool updateAvailable,
+                               juce::int64 releaseTimeMilliseconds) override
     {
-        Recorder::versionCheckFinished (source, updateAvailable, releaseTimeMs);
+        Recorder::versionCheckFinished (source, updateAvailable, releaseTimeMilliseconds);
         source.waitForThreadToExit (5000);
         source.changeLogMode = true;
         EXPECT_TRUE (source.startThread (juce::Thread::Priority::normal));
@@ -314,9 +318,11 @@ class LeavingRecorder final : public Recorder
 public:
     using Recorder::Recorder;
 
-    void versionCheckFinished (UpdateChecker& source, bool updateAvailable, juce::int64 releaseTimeMs) override
+    void versionCheckFinished (UpdateChecker& source,
+                               bool updateAvailable,
+                               juce::int64 releaseTimeMilliseconds) override
     {
-        Recorder::versionCheckFinished (source, updateAvailable, releaseTimeMs);
+        Recorder::versionCheckFinished (source, updateAvailable, releaseTimeMilliseconds);
         source.removeListener (this);
     }
 };

@@ -46,10 +46,10 @@ TEST_F (BlinkingLedTest, FlashesAtOnceWhenItGetsAnInterval)
 
 TEST_F (BlinkingLedTest, FlashesOnceInEachInterval)
 {
-    constexpr auto intervalMs = 120;
+    constexpr auto intervalMilliseconds = 120;
     std::vector<double> flashes;
     const auto start = juce::Time::getMillisecondCounterHiRes();
-    led->setBlinkInterval (intervalMs);
+    led->setBlinkInterval (intervalMilliseconds);
 
     auto wasLit = false;
     runMessageLoopUntil (
@@ -64,13 +64,13 @@ TEST_F (BlinkingLedTest, FlashesOnceInEachInterval)
 
     // Four intervals, less what timers may come early by.
     ASSERT_EQ (flashes.size(), 5u);
-    EXPECT_GE (flashes.back() - flashes.front(), 3.5 * intervalMs);
+    EXPECT_GE (flashes.back() - flashes.front(), 3.5 * intervalMilliseconds);
 }
 
 TEST_F (BlinkingLedTest, AFlashLastsAQuarterOfTheIntervalAndAtMost40Milliseconds)
 {
     // Sorted, in milliseconds.
-    const auto measureFlashes = [] (int intervalMs)
+    const auto measureFlashes = [] (int intervalMilliseconds)
     {
         std::vector<double> flashes;
 
@@ -79,7 +79,7 @@ TEST_F (BlinkingLedTest, AFlashLastsAQuarterOfTheIntervalAndAtMost40Milliseconds
             BlinkingLed lamp;
             lamp.setSize (21, 21);
             const auto start = juce::Time::getMillisecondCounterHiRes();
-            lamp.setBlinkInterval (intervalMs);
+            lamp.setBlinkInterval (intervalMilliseconds);
             runMessageLoopUntil ([&] { return render (lamp).getPixelAt (10, 10) == juce::Colours::black; });
             flashes.push_back (juce::Time::getMillisecondCounterHiRes() - start);
         }
@@ -100,13 +100,13 @@ TEST_F (BlinkingLedTest, AFlashLastsAQuarterOfTheIntervalAndAtMost40Milliseconds
 
 TEST_F (BlinkingLedTest, FlashesAreAQuarterOfTheIntervalWithin20And40Milliseconds)
 {
-    EXPECT_EQ (BlinkingLed::getFlashMs (10000), 40);
-    EXPECT_EQ (BlinkingLed::getFlashMs (164), 40);
-    EXPECT_EQ (BlinkingLed::getFlashMs (160), 40);
-    EXPECT_EQ (BlinkingLed::getFlashMs (159), 39);
-    EXPECT_EQ (BlinkingLed::getFlashMs (80), 20);
-    EXPECT_EQ (BlinkingLed::getFlashMs (79), std::nullopt);
-    EXPECT_EQ (BlinkingLed::getFlashMs (0), std::nullopt);
+    EXPECT_EQ (BlinkingLed::getFlashMilliseconds (10000), 40);
+    EXPECT_EQ (BlinkingLed::getFlashMilliseconds (164), 40);
+    EXPECT_EQ (BlinkingLed::getFlashMilliseconds (160), 40);
+    EXPECT_EQ (BlinkingLed::getFlashMilliseconds (159), 39);
+    EXPECT_EQ (BlinkingLed::getFlashMilliseconds (80), 20);
+    EXPECT_EQ (BlinkingLed::getFlashMilliseconds (79), std::nullopt);
+    EXPECT_EQ (BlinkingLed::getFlashMilliseconds (0), std::nullopt);
 }
 
 TEST_F (BlinkingLedTest, StaysLitBelowAnIntervalOf80Milliseconds)

@@ -63,7 +63,7 @@ TEST_F (LabelledSliderTest, NothingIsNegativeInAnySize)
 
     for (auto i = 0; i < 10000; ++i)
     {
-        knob.setSize (static_cast<int> (random() % 3000), static_cast<int> (random() % 3000));
+        knob.setSize ((int) (random() % 3000), (int) (random() % 3000));
         ASSERT_GE (slider.getHeight(), 0);
         ASSERT_GE (caption.getHeight(), 0);
         ASSERT_EQ (slider.getHeight() + caption.getHeight(), knob.getHeight());

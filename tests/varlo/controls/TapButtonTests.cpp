@@ -29,7 +29,7 @@ protected:
     /** True if a report is an average of intervals between the noted taps from one to another. */
     bool isAverage (double report, size_t first, size_t last) const
     {
-        const auto count = static_cast<double> (last - first);
+        const auto count = (double) (last - first);
         return report >= (taps[last].getStart() - taps[first].getEnd()) / count
                && report <= (taps[last].getEnd() - taps[first].getStart()) / count;
     }
@@ -44,9 +44,9 @@ TEST_F (TapButtonTest, ReportsTheAverageTimeBetweenItsClicks)
     tap();
     EXPECT_TRUE (reports.empty());
 
-    for (const auto pauseMs : { 200, 220, 240, 220, 200, 220 })
+    for (const auto pauseMilliseconds : { 200, 220, 240, 220, 200, 220 })
     {
-        juce::Thread::sleep (pauseMs);
+        juce::Thread::sleep (pauseMilliseconds);
         tap();
     }
 

@@ -13,13 +13,14 @@ using testing::Optional;
 constexpr auto none = std::nullopt;
 
 /** What each tap of a series reports whose first comes at some time, and the next after so many ms each. */
-std::vector<std::optional<double>> tap (const std::vector<double>& intervalsMs, double maxIntervalMs = 10000.0)
+std::vector<std::optional<double>> tap (const std::vector<double>& intervalsMilliseconds,
+                                        double maxIntervalMilliseconds = 10000.0)
 {
-    TapSeries series (maxIntervalMs);
+    TapSeries series (maxIntervalMilliseconds);
     auto now = 123456.0;
     std::vector<std::optional<double>> reports { series.addTap (now) };
 
-    for (const auto interval : intervalsMs)
+    for (const auto interval : intervalsMilliseconds)
         reports.push_back (series.addTap (now += interval));
 
     return reports;

@@ -10,10 +10,16 @@ namespace
 using cv::test::firstDifference;
 using cv::test::noise;
 
+void set (DegradeStage& stage, float amount, float sampleRate)
+{
+    stage.prepare (sampleRate);
+    stage.setAmount (amount);
+}
+
 int holdLengthAt (float amount, float sampleRate)
 {
     DegradeStage stage;
-    stage.update (amount, sampleRate);
+    set (stage, amount, sampleRate);
     return stage.getHoldLength();
 }
 
@@ -67,7 +73,7 @@ TEST (DegradeStage, HoldLengthIsAtLeastOne)
 TEST (DegradeStage, ZeroAmountIsTransparent)
 {
     DegradeStage stage;
-    stage.update (0.0f, 48000.0f);
+    set (stage, 0.0f, 48000.0f);
     const auto signal = noise (1000, 1);
     EXPECT_EQ (firstDifference (run (stage, signal), signal), -1);
 }
@@ -75,7 +81,7 @@ TEST (DegradeStage, ZeroAmountIsTransparent)
 TEST (DegradeStage, FullAmountIsTheHeldSignalOnly)
 {
     DegradeStage stage;
-    stage.update (1.0f, 44100.0f);
+    set (stage, 1.0f, 44100.0f);
     const auto signal = noise (2000, 2);
     const auto output = run (stage, signal);
 
@@ -86,7 +92,7 @@ TEST (DegradeStage, FullAmountIsTheHeldSignalOnly)
 TEST (DegradeStage, HalfAmountBlendsHeldAndCleanSignal)
 {
     DegradeStage stage;
-    stage.update (0.5f, 48000.0f);
+    set (stage, 0.5f, 48000.0f);
     const auto signal = noise (1000, 3);
     const auto output = run (stage, signal);
 
@@ -97,18 +103,18 @@ TEST (DegradeStage, HalfAmountBlendsHeldAndCleanSignal)
 TEST (DegradeStage, ChangedAmountCapturesAfreshAndUnchangedOneCountsOn)
 {
     DegradeStage stage;
-    stage.update (1.0f, 48000.0f);
+    set (stage, 1.0f, 48000.0f);
     run (stage, noise (100, 4));
 
-    stage.update (1.0f, 48000.0f);
+    set (stage, 1.0f, 48000.0f);
     const auto kept = run (stage, noise (100, 5));
     EXPECT_EQ (kept.front(), noise (100, 4).front());
 
-    stage.update (0.999f, 48000.0f);
+    set (stage, 0.999f, 48000.0f);
     const auto moved = run (stage, noise (100, 6));
     EXPECT_FLOAT_EQ (moved.front(), noise (100, 6).front());
 
-    stage.update (0.999f, 44100.0f);
+    set (stage, 0.999f, 44100.0f);
     const auto newRate = run (stage, noise (100, 7));
     EXPECT_FLOAT_EQ (newRate.front(), noise (100, 7).front());
 }
@@ -116,16 +122,16 @@ TEST (DegradeStage, ChangedAmountCapturesAfreshAndUnchangedOneCountsOn)
 TEST (DegradeStage, OnlyTheZeroAmountCallsItselfTransparent)
 {
     DegradeStage stage;
-    stage.update (0.0f, 48000.0f);
+    set (stage, 0.0f, 48000.0f);
     EXPECT_TRUE (stage.isTransparent());
-    stage.update (0.001f, 48000.0f);
+    set (stage, 0.001f, 48000.0f);
     EXPECT_FALSE (stage.isTransparent());
 }
 
 TEST (DegradeStage, ChannelsHoldTheirOwnValues)
 {
     DegradeStage stage;
-    stage.update (1.0f, 48000.0f);
+    set (stage, 1.0f, 48000.0f);
     const auto output = runFrames (stage, noise (100, 8), noise (100, 9));
 
     EXPECT_EQ (output[99].left(), noise (100, 8).front());
@@ -137,7 +143,7 @@ TEST (DegradeStage, SecondChannelWaitsWhileOnlyTheFirstRuns)
     // 100 frames of both, 441 of the first alone: the first has captured anew, the second holds on for the rest of
     // its own 441.
     DegradeStage stage;
-    stage.update (1.0f, 44100.0f);
+    set (stage, 1.0f, 44100.0f);
     runFrames (stage, noise (100, 1), noise (100, 2));
     runFrames (stage, noise (441, 3), noise (441, 4), 1);
     const auto output = runFrames (stage, noise (1000, 5), noise (1000, 6));
@@ -153,11 +159,11 @@ TEST (DegradeStage, AnyCutOfTheSignalGivesTheSame)
 {
     const auto signal = noise (5000, 10);
     DegradeStage whole;
-    whole.update (0.6f, 44100.0f);
+    set (whole, 0.6f, 44100.0f);
     const auto expected = run (whole, signal);
 
     DegradeStage cut;
-    cut.update (0.6f, 44100.0f);
+    set (cut, 0.6f, 44100.0f);
     juce::Random random (11);
     std::vector<float> output;
 

@@ -14,7 +14,7 @@ using cv::test::noise;
 class FrameByFrame
 {
 public:
-    explicit FrameByFrame (int maxDelay) { memory.setMaxDelay (maxDelay); }
+    explicit FrameByFrame (int maxDelay) { memory.prepare (maxDelay); }
 
     Frame writeAndRead (Frame input, int delay)
     {
@@ -65,7 +65,7 @@ TEST (DelayMemory, RunsHoldWhatSingleReadsGive)
 {
     juce::Random random (2);
     DelayMemory memory;
-    memory.setMaxDelay (300);
+    memory.prepare (300);
     FrameByFrame single (300);
 
     for (int block = 0; block < 20000; ++block)
@@ -102,7 +102,7 @@ TEST (DelayMemory, RunsHoldWhatSingleReadsGive)
 TEST (DelayMemory, FramesAreReadAheadUpToTheDelay)
 {
     DelayMemory memory;
-    memory.setMaxDelay (10);
+    memory.prepare (10);
 
     for (int i = 0; i < 4; ++i)
         memory.getWritePosition()[i] = Frame ((float) i + 1.0f);
@@ -118,7 +118,7 @@ TEST (DelayMemory, NewSizeEmptiesIt)
 {
     FrameByFrame memory (10);
     memory.writeAndRead (Frame (1.0f), 0);
-    memory.memory.setMaxDelay (20);
+    memory.memory.prepare (20);
     EXPECT_EQ (memory.memory.getMaxDelay(), 20);
 
     for (int delay = 1; delay <= 20; ++delay)
@@ -129,7 +129,7 @@ TEST (DelayMemory, IsEmptiedWithoutTouchingWhatItHolds)
 {
     // What costs time when it is emptied is writing to ten seconds of it; so nothing of it may have changed.
     DelayMemory memory;
-    memory.setMaxDelay (100);
+    memory.prepare (100);
     auto* start = memory.getWritePosition();
     start[0] = Frame (1.0f);
     memory.finishWrite (1);

@@ -53,8 +53,8 @@ TEST (AboutLayoutTest, HasNoNegativeSizes)
     for (auto i = 0; i < 10000; ++i)
     {
         const auto largest = i % 2 == 0 ? 60u : 5000u;
-        const auto width = static_cast<int> (random() % largest);
-        const auto height = static_cast<int> (random() % largest);
+        const auto width = (int) (random() % largest);
+        const auto height = (int) (random() % largest);
         const auto layout = layOutAboutPanel (width, height);
 
         for (const auto& area : { layout.name, layout.version, layout.link, layout.copyright })
@@ -123,8 +123,8 @@ TEST_F (AboutComponentTest, TellsTheProductsFacts)
     for (auto* const label : { &link, &spare })
         EXPECT_EQ (label->getJustificationType(), juce::Justification::left | juce::Justification::bottom);
 
-    EXPECT_EQ (static_cast<double> (name.getProperties()["gradYProp"]), 0.5);
-    EXPECT_EQ (static_cast<double> (link.getProperties()["gradYProp"]), static_cast<double> (0.8f));
+    EXPECT_EQ ((double) name.getProperties()["gradYProp"], 0.5);
+    EXPECT_EQ ((double) link.getProperties()["gradYProp"], (double) 0.8f);
     EXPECT_FALSE (version.getProperties().contains ("gradYProp"));
     EXPECT_TRUE (link.getMouseCursor() == juce::MouseCursor::PointingHandCursor);
 }
@@ -140,7 +140,7 @@ TEST_F (AboutComponentTest, PlacesItsTexts)
 TEST_F (AboutComponentTest, TheLinkIsNarrowedToItsTextInItsFont)
 {
     const auto width = juce::GlyphArrangement::getStringWidth (look.getLabelFont (link), link.getText());
-    EXPECT_EQ (link.getWidth(), static_cast<int> (std::ceil (width)));
+    EXPECT_EQ (link.getWidth(), (int) std::ceil (width));
     EXPECT_EQ (link.getX(), 17 + (1016 - link.getWidth()) / 2);
     EXPECT_EQ (link.getY(), 330);
     EXPECT_EQ (link.getHeight(), 43);

@@ -77,7 +77,7 @@ TEST_F (VarloEditorControlTest, DoubleClickBringsTheDefaultBack)
 
     editor->addToDesktop (0);
     editor->setVisible (true);
-    const juce::Point<float> onTheRing { static_cast<float> (slider.getWidth()) / 2.0f, 8.0f };
+    const juce::Point<float> onTheRing { (float) slider.getWidth() / 2.0f, 8.0f };
 
     for (auto click = 0; click < 2; ++click)
     {
@@ -100,7 +100,7 @@ TEST_F (VarloEditorControlTest, DraggingTheValueTurnsTheKnob)
     sendMouse (text, centre, true);
 
     for (auto i = 1; i <= 5; ++i)
-        sendMouse (text, centre - juce::Point (0.0f, 10.0f * static_cast<float> (i)), true);
+        sendMouse (text, centre - juce::Point (0.0f, 10.0f * (float) i), true);
 
     sendMouse (text, centre - juce::Point (0.0f, 50.0f), false);
 
@@ -137,7 +137,7 @@ TEST_F (VarloEditorControlTest, TappingTheCurrentValueIsAGestureWithoutAChange)
 {
     const auto current = harness.parameter ("delay").get();
     HostLog log (harness.parameter ("delay"));
-    find<TapButton>().onTempoTapped (static_cast<double> (current));
+    find<TapButton>().onTempoTapped ((double) current);
 
     EXPECT_THAT (log.entries, ElementsAre ("begin", "end"));
     EXPECT_EQ (harness.parameter ("delay").get(), current);
@@ -167,7 +167,7 @@ TEST_F (VarloEditorControlTest, ClicksOnTheTapButtonReachTheParameter)
     const auto elapsed = juce::Time::getMillisecondCounterHiRes() - start;
 
     EXPECT_GE (harness.parameter ("delay").get(), 122.9f);
-    EXPECT_LE (harness.parameter ("delay").get(), static_cast<float> (elapsed) + 0.1f);
+    EXPECT_LE (harness.parameter ("delay").get(), (float) elapsed + 0.1f);
 }
 
 TEST_F (VarloEditorControlTest, TheLedFollowsTheDelayFromWhereverItComes)
@@ -185,7 +185,7 @@ TEST_F (VarloEditorControlTest, TheLedFollowsTheDelayFromWhereverItComes)
     EXPECT_TRUE (runMessageLoopUntil ([&] { return led.getTimerInterval() == 40; }));
     EXPECT_TRUE (isLedLit());
 
-    harness.processor.setStateInformation (state.getData(), static_cast<int> (state.getSize()));
+    harness.processor.setStateInformation (state.getData(), (int) state.getSize());
     EXPECT_TRUE (runMessageLoopUntil ([&] { return led.getTimerInterval() == 150; }));
     EXPECT_TRUE (runMessageLoopUntil ([&] { return ! isLedLit(); }));
 }

@@ -45,7 +45,7 @@ TEST (EditorLayoutTest, FollowsTheSameRulesWhenSmall)
 
 TEST (EditorLayoutTest, SharesTheHeightInDoublePrecision)
 {
-    // Of the 90 units below the header 0.7 are 63 in single precision, a hair under that in double.
+    // Of the 90 logical pixels below the header 0.7 are 63 in single precision, a hair under that in double.
     const auto layout = layOutEditor (204, 102);
     EXPECT_EQ (layout.header, Area (0, 0, 204, 12));
     EXPECT_EQ (layout.spectrogram, Area (5, 12, 194, 60));
@@ -94,8 +94,8 @@ TEST (EditorLayoutTest, HasNoNegativeSizesAndNeverPassesTheRightMargin)
     for (auto i = 0; i < 10000; ++i)
     {
         const auto largest = i % 2 == 0 ? 150u : 10000u;
-        const auto width = static_cast<int> (random() % largest);
-        const auto height = static_cast<int> (random() % largest);
+        const auto width = (int) (random() % largest);
+        const auto height = (int) (random() % largest);
         const auto layout = layOutEditor (width, height);
 
         for (const auto& area : getAreas (layout))

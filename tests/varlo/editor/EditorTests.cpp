@@ -27,7 +27,7 @@ TEST_F (VarloEditorTest, OpensInItsDefaultSize)
 {
     EXPECT_EQ (editor->getWidth(), 1050);
     EXPECT_EQ (editor->getHeight(), 578);
-    EXPECT_EQ (editor->getConstrainer()->getFixedAspectRatio(), static_cast<double> (1.818f));
+    EXPECT_EQ (editor->getConstrainer()->getFixedAspectRatio(), (double) 1.818f);
 
     const auto limits = editor->getEditorSizeLimits();
     EXPECT_EQ (limits.minWidth, 100);
@@ -125,7 +125,7 @@ TEST_F (VarloEditorTest, TheLogoFillsItsButton)
     auto& logo = findHeaderButton ("logo");
     const auto ink = test::getAreaWhere (render (logo), [] (juce::Colour c) { return c.getAlpha() > 128; });
 
-    // A button's image keeps 3 units to its edges.
+    // A button's image keeps 3 logical pixels to its edges.
     EXPECT_GE (ink.getWidth(), 90);
     EXPECT_GE (ink.getHeight(), 20);
     EXPECT_NEAR (ink.getCentreY(), 69 / 2, 3);

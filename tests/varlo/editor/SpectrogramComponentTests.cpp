@@ -29,7 +29,7 @@ protected:
     void pushFrame (int loudBin)
     {
         std::vector<float> frame (numBins, 0.0f);
-        frame[static_cast<size_t> (loudBin)] = 1.0f;
+        frame[(size_t) loudBin] = 1.0f;
         fftProcessor.spectrumFifo.pushOverwriting (frame.data(), numBins);
     }
 
@@ -211,7 +211,7 @@ juce::Image drawSweep (double sampleRate)
         {
             const auto seconds = (column * block.getNumSamples() + n) / sampleRate;
             phase += juce::MathConstants<double>::twoPi * getSweepHz (seconds) / sampleRate;
-            block.setSample (0, n, static_cast<float> (0.5 * std::sin (phase)));
+            block.setSample (0, n, (float) (0.5 * std::sin (phase)));
         }
 
         harness.render (block);

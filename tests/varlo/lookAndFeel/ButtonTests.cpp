@@ -28,7 +28,7 @@ TEST (ButtonShapeTest, IsRoundedAndTwoAndAHalfUnitsInside)
     EXPECT_TRUE (makeButtonShape (3, 3).getBounds().isEmpty());
     EXPECT_TRUE (makeButtonShape (0, 0).getBounds().isEmpty());
 
-    // Corners of 6 units, and of a quarter of a low button's height.
+    // Corners of 6 logical pixels, and of a quarter of a low button's height.
     EXPECT_FALSE (makeButtonShape (100, 40).contains (3.5f, 3.5f));
     EXPECT_TRUE (makeButtonShape (100, 40).contains (8.5f, 2.7f));
     EXPECT_FALSE (makeButtonShape (100, 40).contains (4.5f, 2.7f));
@@ -218,7 +218,7 @@ TEST_F (ButtonTest, IsDrawnAsItStands)
 
 TEST_F (ButtonTest, CaptionOfAnOffButtonIsDarkAndBolder)
 {
-    const auto edge = juce::Colours::black.withAlpha (static_cast<juce::uint8> (89));
+    const auto edge = juce::Colours::black.withAlpha ((juce::uint8) 89);
     const auto dark = look.findColour (juce::TextButton::textColourOnId);
 
     EXPECT_TRUE (areSame (drawCaption ("save"), drawText ("Save", dark, edge)));
@@ -227,7 +227,7 @@ TEST_F (ButtonTest, CaptionOfAnOffButtonIsDarkAndBolder)
 
 TEST_F (ButtonTest, CaptionOfAToggledButtonIsPlainUntilTheMouseIsOnIt)
 {
-    const auto edge = juce::Colours::black.withAlpha (static_cast<juce::uint8> (89));
+    const auto edge = juce::Colours::black.withAlpha ((juce::uint8) 89);
     const auto lit = look.findColour (juce::TextButton::textColourOffId);
     button.setToggleState (true, juce::dontSendNotification);
 
@@ -239,7 +239,7 @@ TEST_F (ButtonTest, DisabledCaptionIsHalfTransparent)
 {
     button.setEnabled (false);
     const auto dark = look.findColour (juce::TextButton::textColourOnId);
-    const auto edge = juce::Colours::black.withAlpha (static_cast<juce::uint8> (44));
+    const auto edge = juce::Colours::black.withAlpha ((juce::uint8) 44);
     EXPECT_TRUE (areSame (drawCaption ("Save"), drawText ("Save", dark.withAlpha (0.5f), edge)));
 }
 

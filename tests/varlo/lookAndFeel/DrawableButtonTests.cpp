@@ -12,7 +12,7 @@ using test::getInkArea;
 using test::render;
 using Area = juce::Rectangle<int>;
 
-/** A button of 60 units whose image is a square of 40 units in its middle. */
+/** A button of 60 logical pixels whose image is a square of 40 logical pixels in its middle. */
 class DrawableButtonTest : public testing::Test
 {
 protected:

@@ -37,7 +37,7 @@ TEST (VerticalGrooveTest, IsThinAndCentredOnAColumnOfPixels)
     EXPECT_FLOAT_EQ (beside.cornerSize, 0.4f);
 
     EXPECT_EQ (getVerticalGroove ({ 0, 4, 10, 100 }, true).area, juce::Rectangle (4.0f, 4.0f, 1.0f, 100.0f));
-    EXPECT_EQ (getVerticalGroove ({ 0, 0, 4, 100 }, true).area.getWidth(), 1.0f) << "at least one unit";
+    EXPECT_EQ (getVerticalGroove ({ 0, 0, 4, 100 }, true).area.getWidth(), 1.0f) << "at least one logical pixel";
 
     const auto alone = getVerticalGroove ({ 0, 0, 35, 100 }, false);
     EXPECT_EQ (alone.area, juce::Rectangle (12.0f, 0.0f, 11.0f, 100.0f));
@@ -109,8 +109,7 @@ protected:
 
     static juce::Image draw (const LinearSliderState& state, int width = 100, int height = 20, float scale = 1.0f)
     {
-        return render (juce::roundToInt (scale * static_cast<float> (width)),
-                       juce::roundToInt (scale * static_cast<float> (height)),
+        return render (juce::roundToInt (scale * (float) width), juce::roundToInt (scale * (float) height),
                        [&] (juce::Graphics& g)
                        {
                            g.addTransform (juce::AffineTransform::scale (scale));
@@ -145,7 +144,8 @@ TEST_F (LinearSliderTest, HorizontalOneShowsADotUnderTheMouseIfThereIsRoom)
 {
     auto state = makeState (Slider::LinearHorizontal);
     state.isHovered = true;
-    EXPECT_EQ (getAreaOf (draw (state), blue.darker (0.6f)), Area (32, 7, 6, 6)) << "what a dot of 8 units fills";
+    EXPECT_EQ (getAreaOf (draw (state), blue.darker (0.6f)), Area (32, 7, 6, 6))
+        << "what a dot of 8 logical pixels fills";
     EXPECT_EQ (draw (state).getPixelAt (50, 10), red.brighter (0.15f));
 
     state.position = 18.0f;
@@ -261,7 +261,7 @@ TEST_F (LinearSliderTest, IsReadFromTheSlider)
     EXPECT_EQ (drawSlider (33).getPixelAt (16, 20), asDrawn (red.withAlpha (0.5f)));
 }
 
-/** A slider with two values, from 20 to 60 units, in a window. */
+/** A slider with two values, from 20 to 60 logical pixels, in a window. */
 class LinearSliderUnderMouseTest : public testing::Test
 {
 protected:

@@ -51,7 +51,7 @@ TEST (PluginLookAndFeelTest, KeepsTheRestOfTheColours)
     const pluginCore::LookAndFeel frameworkLook;
     const juce::LookAndFeel_V4 stockLook;
 
-    EXPECT_EQ (static_cast<int> (juce::Slider::trackColourId), 0x1001310);
+    EXPECT_EQ ((int) juce::Slider::trackColourId, 0x1001310);
     EXPECT_EQ (look.findColour (juce::Slider::trackColourId), stockLook.findColour (juce::Slider::trackColourId));
 
     for (const auto id :

@@ -83,7 +83,7 @@ TEST (MenuItemLayoutTest, HasNoNegativeSizes)
         MenuItemState item;
         item.hasSubMenu = coin (random);
         item.isTicked = coin (random);
-        const auto layout = layOutMenuItem (area, item, 0.3f * static_cast<float> (length (random)));
+        const auto layout = layOutMenuItem (area, item, 0.3f * (float) length (random));
 
         for (const auto& part : { layout.text, layout.marker, getMenuSeparator (area), getMenuHeaderBand (area),
                                   getMenuHeaderTextArea (area) })
@@ -97,7 +97,7 @@ TEST (MenuItemLayoutTest, HasNoNegativeSizes)
 class PopupMenuTest : public testing::Test
 {
 protected:
-    /** An item of 300 by 40 units, with 10 units around it. */
+    /** An item of 300 by 40 logical pixels, with 10 logical pixels around it. */
     juce::Image draw (const MenuItemState& item, const juce::Colour* colour = nullptr, const juce::Drawable* icon = {})
     {
         return render (320, 60,
@@ -190,10 +190,10 @@ TEST_F (PopupMenuTest, SubMenuHasAnArrowAndIsMarkedUnderTheMouse)
     item.text = {};
     item.hasSubMenu = true;
 
-    // Six tenths of the font's ascent, from three units before the right end on.
+    // Six tenths of the font's ascent, from three logical pixels before the right end on.
     const auto arrowHeight = 0.6f * look.getPopupMenuFont().getAscent();
     const auto arrow = getInkArea (draw (item));
-    EXPECT_EQ (arrow.getX(), 307 - static_cast<int> (arrowHeight));
+    EXPECT_EQ (arrow.getX(), 307 - (int) arrowHeight);
     EXPECT_NEAR (arrow.getHeight(), arrowHeight, 2.0f);
     EXPECT_NEAR (arrow.toFloat().getCentreY(), 30.0f, 0.6f);
 
@@ -220,7 +220,7 @@ TEST_F (PopupMenuTest, FontIsThreeQuartersOfTheHeightWhereTheTextFits)
     const auto width =
         juce::roundToInt (std::ceil (juce::GlyphArrangement::getStringWidth (font.withHeight (40.0f), "HHHHHHHH")));
     EXPECT_FLOAT_EQ (getMenuItemFontHeight ({ 0, 0, width / 2, 40 }, font, "HHHHHHHH"),
-                     std::floor (static_cast<float> (width / 2) / static_cast<float> (width) * 40.0f));
+                     std::floor ((float) (width / 2) / (float) width * 40.0f));
 
     const auto ink = getInkArea (draw (makeItem()));
     EXPECT_NEAR (ink.getX(), 10 + 3 + 8, 4);
@@ -236,7 +236,7 @@ TEST_F (PopupMenuTest, ShortcutStandsAtTheRightInASmallerFont)
     const auto image = draw (item);
     const auto shortcut = getInkArea (image.getClippedImage ({ 160, 0, 160, 60 })) + juce::Point (160, 0);
     EXPECT_NEAR (shortcut.getRight(), 304, 4);
-    EXPECT_NEAR (shortcut.getHeight(), 0.75f * static_cast<float> (textHeight), 1.5f);
+    EXPECT_NEAR (shortcut.getHeight(), 0.75f * (float) textHeight, 1.5f);
     EXPECT_EQ (getInkArea (image.getClippedImage ({ 0, 0, 160, 60 })).getHeight(), textHeight);
 }
 
@@ -273,7 +273,7 @@ TEST_F (PopupMenuTest, SectionHeaderIsTheInverseOfTheMenu)
     const auto text = getAreaOf (image, dark);
     EXPECT_NEAR (text.getX(), 18, 4);
     EXPECT_NEAR (text.getBottom(), 44, 8);
-    EXPECT_NEAR (text.getHeight(), 24.0f * 0.6f, 3.0f) << "capitals of a font of 24 units";
+    EXPECT_NEAR (text.getHeight(), 24.0f * 0.6f, 3.0f) << "capitals of a font of 24 logical pixels";
 }
 
 TEST (MenuHeaderTest, LeavesMarginsThatFollowTheHeight)
@@ -292,8 +292,8 @@ TEST_F (PopupMenuTest, IdealSizes)
     const juce::String text ("A preset with a name");
     const auto textWidth = [&] (float height)
     {
-        return static_cast<int> (
-            std::ceil (juce::GlyphArrangement::getStringWidth (look.getPopupMenuFont().withHeight (height), text)));
+        return (int) std::ceil (
+            juce::GlyphArrangement::getStringWidth (look.getPopupMenuFont().withHeight (height), text));
     };
 
     EXPECT_EQ (idealSize (text, false, 20), juce::Point (20 + textWidth (15.0f), 20));

@@ -83,7 +83,7 @@ TEST (RotaryColourTest, FollowEnablementAndMouse)
     EXPECT_EQ (getRotaryThumbColour (state).getARGB(), 0x40157061u);
 }
 
-/** A red ring of 100 units with a blue arc, at (12, 12) of a 124 units wide picture. */
+/** A red ring of 100 logical pixels with a blue arc, at (12, 12) of a 124 logical pixels wide picture. */
 class RotarySliderTest : public testing::Test
 {
 protected:
@@ -122,7 +122,7 @@ protected:
     static juce::Colour colourAt (const juce::Image& image, float angle, float radius = 46.0f, float scale = 1.0f)
     {
         const auto point = juce::Point (62.0f, 62.0f).getPointOnCircumference (radius, angle) * scale;
-        return image.getPixelAt (static_cast<int> (point.x), static_cast<int> (point.y));
+        return image.getPixelAt ((int) point.x, (int) point.y);
     }
 
     /** An enabled slider at rest, the arc from the top to the right, its range from the top to the bottom. */
@@ -225,7 +225,7 @@ TEST_F (RotarySliderTest, TranslucentCapsDontShowOnTheArc)
 {
     auto state = makeState();
     state.track = juce::Colours::transparentBlack;
-    state.thumb = blue.withAlpha (static_cast<juce::uint8> (128));
+    state.thumb = blue.withAlpha ((juce::uint8) 128);
 
     const auto image = draw (state);
     const auto alpha = colourAt (image, pi / 4.0f).getAlpha();
@@ -245,7 +245,7 @@ TEST_F (RotarySliderTest, DisabledOneIsHalfTransparentAndItsArcDarker)
 
     const auto colour = colourAt (draw (0.5f), pi / 4.0f);
     EXPECT_NEAR (colour.getAlpha(), 128 + 12, 8);
-    EXPECT_NEAR (colour.getBlue(), 255.0f / 1.4f * 128.0f / static_cast<float> (colour.getAlpha()), 4.0f);
+    EXPECT_NEAR (colour.getBlue(), 255.0f / 1.4f * 128.0f / (float) colour.getAlpha(), 4.0f);
 }
 
 TEST_F (RotarySliderTest, DisabledOneCastsHalfTheShadowWithoutOffset)

@@ -58,7 +58,7 @@ TEST (SheenTest, ProportionsFromOneOnAddNoStop)
 
 TEST (SheenTest, KeepsTheAlpha)
 {
-    const auto sheen = makeSheen (text.withAlpha (static_cast<juce::uint8> (100)), 0.0f, 40.0f, 0.5);
+    const auto sheen = makeSheen (text.withAlpha ((juce::uint8) 100), 0.0f, 40.0f, 0.5);
     for (auto i = 0; i < 3; ++i)
         EXPECT_EQ (sheen.getColour (i).getAlpha(), 100);
 }
@@ -110,7 +110,7 @@ TEST_F (SheenLabelTest, TextIsBrightAtItsTopAndDarkAtItsBottom)
 {
     for (const auto scale : { 1, 2 })
     {
-        const auto image = draw (static_cast<float> (scale));
+        const auto image = draw ((float) scale);
 
         for (const auto row : { 30, 45, 60 })
         {
@@ -141,7 +141,7 @@ TEST_F (SheenLabelTest, DisabledOneIsHalfTransparent)
     EXPECT_EQ (getGreatestAlpha (draw(), { 2, 2, 196, 96 }), 128);
     EXPECT_EQ (draw().getPixelAt (0, 0), test::asDrawn (juce::Colours::red.withAlpha (0.5f)));
 
-    label.setColour (juce::Label::textColourId, text.withAlpha (static_cast<juce::uint8> (101)));
+    label.setColour (juce::Label::textColourId, text.withAlpha ((juce::uint8) 101));
     EXPECT_NEAR (getGreatestAlpha (draw(), { 2, 2, 196, 96 }), 50, 1);
 }
 

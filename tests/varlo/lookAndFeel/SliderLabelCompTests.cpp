@@ -49,7 +49,7 @@ TEST (SliderLabelCompTest, TakesTheSlidersColoursAlsoInheritedOnes)
 
 TEST (SliderLabelCompTest, FollowsTheSlidersStyle)
 {
-    for (auto style = static_cast<int> (Slider::LinearHorizontal); style <= Slider::ThreeValueVertical; ++style)
+    for (auto style = (int) Slider::LinearHorizontal; style <= Slider::ThreeValueVertical; ++style)
     {
         Slider slider (static_cast<Slider::SliderStyle> (style), Slider::TextBoxBelow);
         slider.setColour (Slider::textBoxBackgroundColourId, background);
@@ -85,7 +85,7 @@ TEST (SliderLabelCompTest, EditorIsCentredOnTheLineWithoutABorder)
     EXPECT_EQ (editor->getJustificationType(), juce::Justification::centred);
     EXPECT_EQ (editor->getTooltip(), "Feedback");
     EXPECT_EQ (editor->getLeftIndent(), 4);
-    EXPECT_EQ (editor->getTopIndent(), 3) << "24 units and a font of 18";
+    EXPECT_EQ (editor->getTopIndent(), 3) << "24 logical pixels and a font of 18";
     EXPECT_FLOAT_EQ (editor->getFont().getHeight(), 18.0f);
     label.setLookAndFeel (nullptr);
 }
@@ -110,7 +110,7 @@ struct RepaintCounter final : juce::CachedComponentImage
     int& count;
 };
 
-/** A slider of 100 by 100 units in a window, with the look's text box, and other controls beside it. */
+/** A slider of 100 by 100 logical pixels in a window, with the look's text box, and other controls beside it. */
 class SliderTextBoxMouseTest : public testing::Test
 {
 protected:
@@ -244,7 +244,7 @@ TEST_F (SliderTextBoxMouseTest, EveryRotaryStyleTurns)
         slider.setSliderStyle (style);
         slider.setValue (50.0, juce::dontSendNotification);
         drag ({ 30.0f, -30.0f });
-        EXPECT_NE (slider.getValue(), 50.0) << static_cast<int> (style);
+        EXPECT_NE (slider.getValue(), 50.0) << (int) style;
     }
 }
 

@@ -143,7 +143,7 @@ TEST_F (AnalysisFeed, LongerBlockThanTheQueueLeavesItsNewestSamples)
     EXPECT_EQ (firstDifference (takeFed(), { output.end() - 16383, output.end() }), -1);
 }
 
-/** The whole road: sines of two bins through a running plug-in, and their height in its last frame. */
+/** The whole path: sines of two bins through a running plug-in, and their height in its last frame. */
 TEST (Analysis, SinesShowInTheirBins)
 {
     ProcessorHarness harness;

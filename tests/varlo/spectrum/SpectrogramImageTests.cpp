@@ -15,7 +15,7 @@ using Frame = std::vector<float>;
 
 juce::Colour paletteColour (int index)
 {
-    return juce::Colour (spectrogramPalette[static_cast<size_t> (index)]);
+    return juce::Colour (spectrogramPalette[(size_t) index]);
 }
 
 float fromDb (float db)
@@ -76,11 +76,10 @@ TEST (SpectrogramColourTest, EachTenDbIsAColourOfThePalette)
     };
 
     for (auto index = 0; index <= 10; ++index)
-        expectNear (getSpectrogramColour (fromDb (-100.0f + 10.0f * static_cast<float> (index))), paletteColour (index),
-                    index);
+        expectNear (getSpectrogramColour (fromDb (-100.0f + 10.0f * (float) index)), paletteColour (index), index);
 
     for (auto index = 0; index < 10; ++index)
-        expectNear (getSpectrogramColour (fromDb (-95.0f + 10.0f * static_cast<float> (index))),
+        expectNear (getSpectrogramColour (fromDb (-95.0f + 10.0f * (float) index)),
                     paletteColour (index).interpolatedWith (paletteColour (index + 1), 0.5f), index);
 }
 
@@ -121,7 +120,7 @@ TEST (SpectrogramColumnTest, ScrollsAColumnForEachFrameAndDropsTheOldest)
     for (auto i = 0; i < columns + 3; ++i)
     {
         Frame frame (numBins, 0.0f);
-        frame[static_cast<size_t> (i)] = 1.0f;
+        frame[(size_t) i] = 1.0f;
         appendSpectrogramColumn (image, frame);
     }
 
@@ -141,7 +140,7 @@ TEST (SpectrogramColumnTest, AnImageOfOneColumnShowsTheLastFrame)
         appendSpectrogramColumn (image, frame);
 
         for (auto bin = 0u; bin < 3; ++bin)
-            EXPECT_EQ (image.getPixelAt (0, 2 - static_cast<int> (bin)), paletteColour (bin == loudBin ? 10 : 0));
+            EXPECT_EQ (image.getPixelAt (0, 2 - (int) bin), paletteColour (bin == loudBin ? 10 : 0));
     }
 }
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dsp/ParameterValues.h"
+#include "varlo/dsp/ParameterValues.h"
 
 #include <juce_audio_basics/juce_audio_basics.h>
 

@@ -1,8 +1,8 @@
 #include "Situations.h"
 #include "ThreadClock.h"
-#include "dsp/DelayEngine.h"
-#include "spectrum/SampleFifo.h"
 #include "support/LiteralModel.h"
+#include "varlo/dsp/DelayEngine.h"
+#include "varlo/spectrum/SampleFifo.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,4 +1,4 @@
-#include "editor/SpectrogramComponent.h"
+#include "varlo/editor/SpectrogramComponent.h"
 
 #include "support/ProcessorHarness.h"
 #include "support/Signals.h"

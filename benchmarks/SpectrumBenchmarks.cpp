@@ -1,6 +1,6 @@
-#include "spectrum/SampleFifo.h"
-#include "spectrum/SpectrumAnalyser.h"
 #include "support/Signals.h"
+#include "varlo/spectrum/SampleFifo.h"
+#include "varlo/spectrum/SpectrumAnalyser.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "AudioPluginAudioProcessor.h"
 #include "FuzzEnvironment.h"
-#include "state/StateChunk.h"
+#include "pluginCore/state/StateChunk.h"
+#include "varlo/AudioPluginAudioProcessor.h"
 
 #include <cmath>
 

@@ -1,5 +1,5 @@
 #include "ParameterChecks.h"
-#include "state/XmlText.h"
+#include "pluginCore/state/XmlText.h"
 
 /** The input is a preset file; what is saved after it must be one that can be loaded. */
 int LLVMFuzzerTestOneInput (const unsigned char* data, size_t size)

@@ -1,5 +1,5 @@
 #include "FuzzEnvironment.h"
-#include "settings/PluginGlobalSettings.h"
+#include "pluginCore/settings/PluginGlobalSettings.h"
 
 namespace
 {

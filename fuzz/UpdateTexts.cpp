@@ -1,9 +1,9 @@
 #include "FuzzEnvironment.h"
-#include "lookAndFeel/PluginLookAndFeel.h"
-#include "panels/UpdateChangeLogComponent.h"
-#include "text/ShapeableText.h"
-#include "updates/UpdateChecker.h"
-#include "updates/WebText.h"
+#include "pluginCore/panels/UpdateChangeLogComponent.h"
+#include "pluginCore/text/ShapeableText.h"
+#include "pluginCore/updates/UpdateChecker.h"
+#include "pluginCore/updates/WebText.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
 namespace
 {

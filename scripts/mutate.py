@@ -5,7 +5,7 @@ Everything happens in a copy of the repository, in a build folder of its own: yo
 are. Which changes are tried follows from the seed alone, for one and the same code. A test that fails is run once
 more by itself, so that a test that only suffers from a busy machine doesn't count.
 
-  scripts/mutate.py --count 300 --seed 1 --exclude 'varlo/dsp/*'
+  scripts/mutate.py --count 300 --seed 1 --exclude '*/dsp/*'
 """
 
 import argparse

@@ -1,2 +1,2 @@
 // Compiles in the product's layer; in the framework's, the compiler must not find the header.
-#include "dsp/DelayEngine.h"
+#include "varlo/dsp/DelayEngine.h"

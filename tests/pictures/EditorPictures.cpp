@@ -1,4 +1,4 @@
-#include "editor/AudioPluginAudioProcessorEditor.h"
+#include "varlo/editor/AudioPluginAudioProcessorEditor.h"
 
 #include "pictures/Picture.h"
 #include "support/DisplayAtoms.h"

@@ -1,4 +1,4 @@
-#include "parameters/ParameterIds.h"
+#include "varlo/parameters/ParameterIds.h"
 #include "support/ProcessorHarness.h"
 #include "support/ScratchFolder.h"
 #include "support/TemporaryHome.h"

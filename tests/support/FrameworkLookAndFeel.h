@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lookAndFeel/ColourIds.h"
+#include "pluginCore/lookAndFeel/ColourIds.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 

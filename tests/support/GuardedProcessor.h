@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AudioPluginAudioProcessor.h"
 #include "support/AudioThreadGuard.h"
+#include "varlo/AudioPluginAudioProcessor.h"
 
 namespace cv::test
 {

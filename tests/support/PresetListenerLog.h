@@ -1,6 +1,6 @@
 #pragma once
 
-#include "presets/PresetsManager.h"
+#include "pluginCore/presets/PresetsManager.h"
 
 namespace cv::test
 {

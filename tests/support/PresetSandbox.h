@@ -1,6 +1,6 @@
 #pragma once
 
-#include "presets/PresetFolders.h"
+#include "pluginCore/presets/PresetFolders.h"
 #include "support/ScratchFolder.h"
 
 namespace cv::test

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AudioPluginAudioProcessor.h"
 #include "support/FakePlayHead.h"
+#include "varlo/AudioPluginAudioProcessor.h"
 
 #include <functional>
 

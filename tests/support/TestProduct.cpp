@@ -1,6 +1,6 @@
 #include "support/TestProduct.h"
 
-#include "parameters/NumberRange.h"
+#include "pluginCore/parameters/NumberRange.h"
 #include "support/TestProductEditor.h"
 
 namespace cv::test

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "processor/PluginProcessor.h"
+#include "pluginCore/processor/PluginProcessor.h"
 
 namespace cv::test
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "editor/PluginEditor.h"
-#include "editor/PluginHeaderComponent.h"
+#include "pluginCore/editor/PluginEditor.h"
+#include "pluginCore/editor/PluginHeaderComponent.h"
 #include "support/TestProduct.h"
 
 namespace cv::test

@@ -1,4 +1,4 @@
-#include "AudioPluginAudioProcessor.h"
+#include "varlo/AudioPluginAudioProcessor.h"
 
 #include "support/KeptTranslations.h"
 #include "support/SystemLanguage.h"

@@ -3,9 +3,9 @@
 #include "RenderError.h"
 #include "TemporaryOutput.h"
 
-#include "files/FilePath.h"
-#include "presets/PresetFile.h"
-#include "state/StateChunk.h"
+#include "pluginCore/files/FilePath.h"
+#include "pluginCore/presets/PresetFile.h"
+#include "pluginCore/state/StateChunk.h"
 
 namespace cv::render
 {

@@ -1,4 +1,4 @@
-#include "editor/PluginMoveDetector.h"
+#include "pluginCore/editor/PluginMoveDetector.h"
 
 #include "support/FakeDisplays.h"
 #include "support/HostWindow.h"

@@ -1,4 +1,4 @@
-#include "editor/PluginEditor.h"
+#include "pluginCore/editor/PluginEditor.h"
 
 #include "support/EditorWindow.h"
 #include "support/FakeDisplays.h"

@@ -1,4 +1,4 @@
-#include "editor/PluginHeaderComponent.h"
+#include "pluginCore/editor/PluginHeaderComponent.h"
 
 #include "support/FrameworkLookAndFeel.h"
 #include "support/Mouse.h"

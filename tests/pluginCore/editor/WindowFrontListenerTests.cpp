@@ -1,4 +1,4 @@
-#include "editor/WindowFrontListener.h"
+#include "pluginCore/editor/WindowFrontListener.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "files/FilePath.h"
+#include "pluginCore/files/FilePath.h"
 
 #include "support/ScratchFolder.h"
 

@@ -1,4 +1,4 @@
-#include "files/FileReplacement.h"
+#include "pluginCore/files/FileReplacement.h"
 
 #include "support/DiskLog.h"
 #include "support/PresetSandbox.h"

@@ -1,8 +1,8 @@
-#include "localisation/LocalisedStringsManager.h"
+#include "pluginCore/localisation/LocalisedStringsManager.h"
 
-#include "pluginCore/localisation/TranslationTable.h"
 #include "support/KeptTranslations.h"
 #include "support/SystemLanguage.h"
+#include "support/TranslationTable.h"
 
 #include <gmock/gmock.h>
 

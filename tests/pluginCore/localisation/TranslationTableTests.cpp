@@ -1,5 +1,5 @@
-#include "localisation/LocalisedStringsManager.h"
-#include "pluginCore/localisation/TranslationTable.h"
+#include "pluginCore/localisation/LocalisedStringsManager.h"
+#include "support/TranslationTable.h"
 
 #include <gmock/gmock.h>
 #include <juce_core/juce_core.h>

@@ -1,6 +1,6 @@
-#include "lookAndFeel/CvFonts.h"
+#include "pluginCore/lookAndFeel/CvFonts.h"
 
-#include "lookAndFeel/FontFitting.h"
+#include "pluginCore/lookAndFeel/FontFitting.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "lookAndFeel/FileRowPainter.h"
+#include "pluginCore/lookAndFeel/FileRowPainter.h"
 
-#include "lookAndFeel/LookAndFeel.h"
+#include "pluginCore/lookAndFeel/LookAndFeel.h"
 #include "support/Rendering.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "lookAndFeel/LabelPainter.h"
+#include "pluginCore/lookAndFeel/LabelPainter.h"
 
-#include "lookAndFeel/LookAndFeel.h"
-#include "panels/TooltipDisplayComponent.h"
+#include "pluginCore/lookAndFeel/LookAndFeel.h"
+#include "pluginCore/panels/TooltipDisplayComponent.h"
 #include "support/Rendering.h"
 
 #include <gtest/gtest.h>

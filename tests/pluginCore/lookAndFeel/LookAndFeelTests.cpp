@@ -1,8 +1,8 @@
-#include "lookAndFeel/LookAndFeel.h"
+#include "pluginCore/lookAndFeel/LookAndFeel.h"
 
-#include "editor/PluginHeaderComponent.h"
-#include "lookAndFeel/ScrollBarPainter.h"
-#include "lookAndFeel/TreeBoxPainter.h"
+#include "pluginCore/editor/PluginHeaderComponent.h"
+#include "pluginCore/lookAndFeel/ScrollBarPainter.h"
+#include "pluginCore/lookAndFeel/TreeBoxPainter.h"
 #include "support/FrameworkLookAndFeel.h"
 #include "support/PresetSandbox.h"
 #include "support/Rendering.h"

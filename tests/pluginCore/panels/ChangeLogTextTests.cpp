@@ -1,6 +1,6 @@
-#include "panels/ChangeLogText.h"
+#include "pluginCore/panels/ChangeLogText.h"
 
-#include "lookAndFeel/CvFonts.h"
+#include "pluginCore/lookAndFeel/CvFonts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "panels/DisplayTextComponent.h"
+#include "pluginCore/panels/DisplayTextComponent.h"
 
-#include "lookAndFeel/LookAndFeel.h"
+#include "pluginCore/lookAndFeel/LookAndFeel.h"
 #include "support/Rendering.h"
 
 #include <gtest/gtest.h>

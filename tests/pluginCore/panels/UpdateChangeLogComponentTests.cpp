@@ -1,7 +1,7 @@
-#include "panels/UpdateChangeLogComponent.h"
+#include "pluginCore/panels/UpdateChangeLogComponent.h"
 
-#include "lookAndFeel/LookAndFeel.h"
-#include "panels/UpdateChangeLogLayout.h"
+#include "pluginCore/lookAndFeel/LookAndFeel.h"
+#include "pluginCore/panels/UpdateChangeLogLayout.h"
 #include "support/KeptTranslations.h"
 #include "support/Rendering.h"
 

@@ -1,4 +1,4 @@
-#include "panels/UpdateChangeLogLayout.h"
+#include "pluginCore/panels/UpdateChangeLogLayout.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "parameters/NumberRange.h"
+#include "pluginCore/parameters/NumberRange.h"
 
 #include "support/Signals.h"
 

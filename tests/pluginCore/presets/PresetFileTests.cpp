@@ -1,4 +1,4 @@
-#include "presets/PresetFile.h"
+#include "pluginCore/presets/PresetFile.h"
 
 #include "support/ScratchFolder.h"
 

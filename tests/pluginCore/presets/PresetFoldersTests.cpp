@@ -1,4 +1,4 @@
-#include "presets/PresetFolders.h"
+#include "pluginCore/presets/PresetFolders.h"
 
 #include "support/ScratchFolder.h"
 #include "support/TemporaryHome.h"

@@ -1,4 +1,4 @@
-#include "presets/PresetsManager.h"
+#include "pluginCore/presets/PresetsManager.h"
 
 #include "support/CurrentPresetLog.h"
 #include "support/PresetListenerLog.h"

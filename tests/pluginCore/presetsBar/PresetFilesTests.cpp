@@ -1,4 +1,4 @@
-#include "presetsBar/PresetFiles.h"
+#include "pluginCore/presetsBar/PresetFiles.h"
 
 #include "support/ScratchFolder.h"
 

@@ -1,6 +1,6 @@
-#include "presetsBar/PresetFiles.h"
+#include "pluginCore/presetsBar/PresetFiles.h"
 
-#include "presets/PresetFile.h"
+#include "pluginCore/presets/PresetFile.h"
 #include "support/ScratchFolder.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
-#include "pluginCore/presetsBar/PresetsBarFixture.h"
 #include "support/FakeDesktop.h"
 #include "support/MessageLoop.h"
 #include "support/PresetListenerLog.h"
+#include "support/PresetsBarFixture.h"
 
 namespace cv::pluginCore
 {

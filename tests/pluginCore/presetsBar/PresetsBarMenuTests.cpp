@@ -1,5 +1,5 @@
-#include "pluginCore/presetsBar/PresetsBarFixture.h"
 #include "support/KeptTranslations.h"
+#include "support/PresetsBarFixture.h"
 #include "support/WriteProtection.h"
 
 namespace cv::pluginCore

@@ -1,6 +1,6 @@
-#include "pluginCore/presetsBar/PresetsBarFixture.h"
-#include "presetsBar/ChevronPath.h"
+#include "pluginCore/presetsBar/ChevronPath.h"
 #include "support/MessageLoop.h"
+#include "support/PresetsBarFixture.h"
 
 #include <thread>
 

@@ -1,6 +1,6 @@
-#include "pluginCore/presetsBar/PresetsBarFixture.h"
 #include "support/MessageLoop.h"
 #include "support/Mouse.h"
+#include "support/PresetsBarFixture.h"
 
 namespace cv::pluginCore
 {

@@ -1,4 +1,4 @@
-#include "processor/PluginProcessor.h"
+#include "pluginCore/processor/PluginProcessor.h"
 
 #include "support/PresetSandbox.h"
 #include "support/Signals.h"

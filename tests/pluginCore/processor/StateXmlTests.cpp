@@ -1,4 +1,4 @@
-#include "state/XmlText.h"
+#include "pluginCore/state/XmlText.h"
 #include "support/PresetListenerLog.h"
 #include "support/PresetSandbox.h"
 #include "support/TestProduct.h"

@@ -1,6 +1,6 @@
-#include "settings/PluginGlobalSettings.h"
+#include "pluginCore/settings/PluginGlobalSettings.h"
 
-#include "state/XmlText.h"
+#include "pluginCore/state/XmlText.h"
 #include "support/PresetSandbox.h"
 #include "support/TemporaryHome.h"
 #include "support/TestProduct.h"

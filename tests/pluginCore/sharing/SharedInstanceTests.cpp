@@ -1,4 +1,4 @@
-#include "sharing/SharedInstance.h"
+#include "pluginCore/sharing/SharedInstance.h"
 
 #include <gtest/gtest.h>
 

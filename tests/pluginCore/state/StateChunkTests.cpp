@@ -1,4 +1,4 @@
-#include "state/StateChunk.h"
+#include "pluginCore/state/StateChunk.h"
 
 #include <gmock/gmock.h>
 #include <juce_audio_processors/juce_audio_processors.h>

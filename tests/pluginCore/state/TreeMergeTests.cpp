@@ -1,7 +1,7 @@
-#include "state/TreeMerge.h"
+#include "pluginCore/state/TreeMerge.h"
 
-#include "state/TreeXml.h"
-#include "state/XmlText.h"
+#include "pluginCore/state/TreeXml.h"
+#include "pluginCore/state/XmlText.h"
 #include "support/GrowthOfWork.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
-#include "state/TreeXml.h"
+#include "pluginCore/state/TreeXml.h"
 
-#include "state/XmlText.h"
+#include "pluginCore/state/XmlText.h"
 #include "support/GrowthOfWork.h"
 
 #include <gmock/gmock.h>

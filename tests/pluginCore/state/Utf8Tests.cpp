@@ -1,4 +1,4 @@
-#include "state/Utf8.h"
+#include "pluginCore/state/Utf8.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "state/XmlText.h"
+#include "pluginCore/state/XmlText.h"
 
 #include "support/ScratchFolder.h"
 

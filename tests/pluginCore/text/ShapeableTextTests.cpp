@@ -1,4 +1,4 @@
-#include "text/ShapeableText.h"
+#include "pluginCore/text/ShapeableText.h"
 
 #include <gtest/gtest.h>
 

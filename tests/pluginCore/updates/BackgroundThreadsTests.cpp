@@ -1,4 +1,4 @@
-#include "updates/BackgroundThreads.h"
+#include "pluginCore/updates/BackgroundThreads.h"
 
 #include "support/MessageLoop.h"
 

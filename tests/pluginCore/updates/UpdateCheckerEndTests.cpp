@@ -1,8 +1,8 @@
+#include "pluginCore/updates/BackgroundThreads.h"
+#include "pluginCore/updates/UpdateChecker.h"
 #include "support/HttpServer.h"
 #include "support/MessageLoop.h"
 #include "support/StuckAddresses.h"
-#include "updates/BackgroundThreads.h"
-#include "updates/UpdateChecker.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "updates/UpdateChecker.h"
+#include "pluginCore/updates/UpdateChecker.h"
 
 #include "support/HttpServer.h"
 #include "support/MessageLoop.h"

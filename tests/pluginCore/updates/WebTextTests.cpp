@@ -1,9 +1,9 @@
-#include "updates/WebText.h"
+#include "pluginCore/updates/WebText.h"
 
+#include "pluginCore/updates/BackgroundThreads.h"
 #include "support/HttpServer.h"
 #include "support/MessageLoop.h"
 #include "support/StuckAddresses.h"
-#include "updates/BackgroundThreads.h"
 
 #include <gmock/gmock.h>
 

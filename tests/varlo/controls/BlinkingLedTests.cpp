@@ -1,4 +1,4 @@
-#include "controls/BlinkingLed.h"
+#include "varlo/controls/BlinkingLed.h"
 
 #include "support/MessageLoop.h"
 #include "support/Rendering.h"

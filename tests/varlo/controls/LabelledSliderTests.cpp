@@ -1,4 +1,4 @@
-#include "controls/LabelledSlider.h"
+#include "varlo/controls/LabelledSlider.h"
 
 #include "support/FindComponent.h"
 #include "support/MessageLoop.h"

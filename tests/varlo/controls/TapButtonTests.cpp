@@ -1,4 +1,4 @@
-#include "controls/TapButton.h"
+#include "varlo/controls/TapButton.h"
 
 #include "support/MessageLoop.h"
 

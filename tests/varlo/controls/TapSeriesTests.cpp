@@ -1,4 +1,4 @@
-#include "controls/TapSeries.h"
+#include "varlo/controls/TapSeries.h"
 
 #include <gmock/gmock.h>
 

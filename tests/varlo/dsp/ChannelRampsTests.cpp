@@ -1,4 +1,4 @@
-#include "dsp/ChannelRamps.h"
+#include "varlo/dsp/ChannelRamps.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
-#include "dsp/DegradeStage.h"
 #include "support/Signals.h"
+#include "varlo/dsp/DegradeStage.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
-#include "dsp/DelayEngine.h"
 #include "support/Signals.h"
+#include "varlo/dsp/DelayEngine.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
-#include "dsp/DelayMemory.h"
 #include "support/Signals.h"
+#include "varlo/dsp/DelayMemory.h"
 
 #include <gmock/gmock.h>
 #include <juce_dsp/juce_dsp.h>

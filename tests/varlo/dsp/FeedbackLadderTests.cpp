@@ -1,5 +1,5 @@
-#include "dsp/FeedbackLadder.h"
 #include "support/Signals.h"
+#include "varlo/dsp/FeedbackLadder.h"
 
 #include <gmock/gmock.h>
 

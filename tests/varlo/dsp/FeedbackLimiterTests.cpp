@@ -1,5 +1,5 @@
-#include "dsp/FeedbackLimiter.h"
 #include "support/Signals.h"
+#include "varlo/dsp/FeedbackLimiter.h"
 
 #include <gmock/gmock.h>
 #include <juce_dsp/juce_dsp.h>

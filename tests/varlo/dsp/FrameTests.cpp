@@ -1,4 +1,4 @@
-#include "dsp/Frame.h"
+#include "varlo/dsp/Frame.h"
 
 #include <gmock/gmock.h>
 #include <juce_core/juce_core.h>

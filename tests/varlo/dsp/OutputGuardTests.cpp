@@ -1,4 +1,4 @@
-#include "dsp/OutputGuard.h"
+#include "varlo/dsp/OutputGuard.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
-#include "dsp/WetLowpass.h"
 #include "support/Signals.h"
+#include "varlo/dsp/WetLowpass.h"
 
 #include <gmock/gmock.h>
 #include <juce_dsp/juce_dsp.h>

@@ -1,10 +1,10 @@
-#include "editor/AboutComponent.h"
+#include "varlo/editor/AboutComponent.h"
 
-#include "editor/AboutLayout.h"
 #include "support/FindComponent.h"
 #include "support/Mouse.h"
 #include "support/ProcessorHarness.h"
 #include "support/Rendering.h"
+#include "varlo/editor/AboutLayout.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
-#include "editor/AudioPluginAudioProcessorEditor.h"
+#include "varlo/editor/AudioPluginAudioProcessorEditor.h"
 
 #include "support/MessageLoop.h"
 #include "support/Mouse.h"
-#include "varlo/editor/VarloEditorFixture.h"
+#include "support/VarloEditorFixture.h"
 
 #include <gmock/gmock.h>
 

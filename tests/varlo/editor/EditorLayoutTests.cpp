@@ -1,4 +1,4 @@
-#include "editor/EditorLayout.h"
+#include "varlo/editor/EditorLayout.h"
 
 #include <gtest/gtest.h>
 

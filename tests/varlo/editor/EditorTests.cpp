@@ -1,9 +1,9 @@
-#include "editor/AudioPluginAudioProcessorEditor.h"
+#include "varlo/editor/AudioPluginAudioProcessorEditor.h"
 
 #include "support/MessageLoop.h"
 #include "support/Mouse.h"
 #include "support/Rendering.h"
-#include "varlo/editor/VarloEditorFixture.h"
+#include "support/VarloEditorFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "lookAndFeel/ButtonPainter.h"
+#include "varlo/lookAndFeel/ButtonPainter.h"
 
-#include "editor/DefaultLookAndFeel.h"
-#include "lookAndFeel/PluginLookAndFeel.h"
+#include "pluginCore/editor/DefaultLookAndFeel.h"
 #include "support/PresetSandbox.h"
 #include "support/Rendering.h"
 #include "support/TemporaryHome.h"
 #include "support/TestProduct.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "lookAndFeel/PluginLookAndFeel.h"
 #include "support/Mouse.h"
 #include "support/Rendering.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
 #include <gtest/gtest.h>
 

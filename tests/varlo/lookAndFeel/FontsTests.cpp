@@ -1,6 +1,6 @@
-#include "lookAndFeel/Fonts.h"
+#include "varlo/lookAndFeel/Fonts.h"
 
-#include "lookAndFeel/PluginLookAndFeel.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
 #include <gtest/gtest.h>
 

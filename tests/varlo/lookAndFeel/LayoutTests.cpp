@@ -1,11 +1,11 @@
-#include "editor/DefaultLookAndFeel.h"
-#include "lookAndFeel/HeaderLayout.h"
-#include "lookAndFeel/PluginLookAndFeel.h"
-#include "lookAndFeel/SliderLayout.h"
-#include "presetsBar/PresetsBarLayout.h"
+#include "pluginCore/editor/DefaultLookAndFeel.h"
+#include "pluginCore/presetsBar/PresetsBarLayout.h"
 #include "support/PresetSandbox.h"
 #include "support/TemporaryHome.h"
 #include "support/TestProduct.h"
+#include "varlo/lookAndFeel/HeaderLayout.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
+#include "varlo/lookAndFeel/SliderLayout.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "lookAndFeel/LinearSliderPainter.h"
+#include "varlo/lookAndFeel/LinearSliderPainter.h"
 
-#include "lookAndFeel/PluginLookAndFeel.h"
 #include "support/Mouse.h"
 #include "support/Rendering.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "lookAndFeel/PluginLookAndFeel.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
 #include <gtest/gtest.h>
 

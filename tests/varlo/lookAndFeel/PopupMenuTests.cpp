@@ -1,7 +1,7 @@
-#include "lookAndFeel/PopupMenuPainter.h"
+#include "varlo/lookAndFeel/PopupMenuPainter.h"
 
-#include "lookAndFeel/PluginLookAndFeel.h"
 #include "support/Rendering.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
 #include <gtest/gtest.h>
 

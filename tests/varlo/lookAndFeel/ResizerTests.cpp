@@ -1,7 +1,7 @@
-#include "lookAndFeel/ResizerPainter.h"
+#include "varlo/lookAndFeel/ResizerPainter.h"
 
-#include "lookAndFeel/PluginLookAndFeel.h"
 #include "support/Rendering.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
 #include <gtest/gtest.h>
 

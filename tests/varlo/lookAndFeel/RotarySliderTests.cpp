@@ -1,7 +1,7 @@
-#include "lookAndFeel/RotarySliderPainter.h"
+#include "varlo/lookAndFeel/RotarySliderPainter.h"
 
-#include "lookAndFeel/PluginLookAndFeel.h"
 #include "support/Rendering.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "lookAndFeel/ShadowOffset.h"
+#include "varlo/lookAndFeel/ShadowOffset.h"
 
-#include "lookAndFeel/ControlState.h"
 #include "support/Mouse.h"
+#include "varlo/lookAndFeel/ControlState.h"
 
 #include <gtest/gtest.h>
 

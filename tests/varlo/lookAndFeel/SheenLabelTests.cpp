@@ -1,11 +1,11 @@
-#include "lookAndFeel/SheenLabelPainter.h"
+#include "varlo/lookAndFeel/SheenLabelPainter.h"
 
-#include "controls/LabelledSlider.h"
-#include "lookAndFeel/PluginLookAndFeel.h"
 #include "support/PresetSandbox.h"
 #include "support/Rendering.h"
 #include "support/TemporaryHome.h"
 #include "support/TestProduct.h"
+#include "varlo/controls/LabelledSlider.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "lookAndFeel/SliderLabelComp.h"
+#include "varlo/lookAndFeel/SliderLabelComp.h"
 
-#include "lookAndFeel/PluginLookAndFeel.h"
 #include "support/Mouse.h"
+#include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "parameters/ValueText.h"
+#include "varlo/parameters/ValueText.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "spectrum/FFTProcessor.h"
+#include "varlo/spectrum/FFTProcessor.h"
 
 #include "support/MessageLoop.h"
 #include "support/Signals.h"

@@ -1,4 +1,4 @@
-#include "spectrum/SampleFifo.h"
+#include "varlo/spectrum/SampleFifo.h"
 
 #include "support/Signals.h"
 

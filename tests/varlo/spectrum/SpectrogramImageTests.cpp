@@ -1,6 +1,6 @@
-#include "spectrum/SpectrogramImage.h"
+#include "varlo/spectrum/SpectrogramImage.h"
 
-#include "spectrum/SpectrumAnalyser.h"
+#include "varlo/spectrum/SpectrumAnalyser.h"
 
 #include <gtest/gtest.h>
 

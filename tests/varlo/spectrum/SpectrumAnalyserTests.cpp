@@ -1,4 +1,4 @@
-#include "spectrum/SpectrumAnalyser.h"
+#include "varlo/spectrum/SpectrumAnalyser.h"
 
 #include "support/Signals.h"
 

@@ -1,5 +1,5 @@
-#include "state/StateChunk.h"
-#include "state/XmlText.h"
+#include "pluginCore/state/StateChunk.h"
+#include "pluginCore/state/XmlText.h"
 #include "support/ProcessorHarness.h"
 #include "support/Signals.h"
 #include "support/TemporaryHome.h"

@@ -1,5 +1,5 @@
 #include "support/ProcessorHarness.h"
-#include "transport/TransportWatch.h"
+#include "varlo/transport/TransportWatch.h"
 
 #include <gmock/gmock.h>
 

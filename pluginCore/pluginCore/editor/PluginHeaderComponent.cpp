@@ -1,0 +1,129 @@
+#include "pluginCore/editor/PluginHeaderComponent.h"
+
+#include "pluginCore/lookAndFeel/ColourIds.h"
+
+#include <PluginCoreResources.h>
+
+namespace cv::pluginCore
+{
+namespace
+{
+/** The area without margins that are proportions of its width, at the sides, and of its height. */
+juce::Rectangle<int> withoutMargins (juce::Rectangle<int> area, float atSides, float aboveAndBelow)
+{
+    return area.reduced (area.proportionOfWidth (atSides), area.proportionOfHeight (aboveAndBelow));
+}
+} // namespace
+
+PluginHeaderComponent::PluginHeaderComponent (PresetsManager& store, juce::UndoManager* manager)
+    : presetsBar (store)
+    , undoManager (manager)
+{
+    setOpaque (true);
+    addAndMakeVisible (presetsBar);
+
+    undoButton.onClick = [this]
+    {
+        if (undoManager != nullptr)
+            undoManager->undo();
+    };
+    redoButton.onClick = [this]
+    {
+        if (undoManager != nullptr)
+            undoManager->redo();
+    };
+    logoButton.onClick = infoButton.onClick = [this]
+    {
+        if (onLogoClicked)
+            onLogoClicked();
+    };
+
+    for (auto* const button : { &undoButton, &redoButton, &infoButton, &logoButton })
+    {
+        button->setTriggeredOnMouseDown (true);
+        addAndMakeVisible (button);
+    }
+
+    updateButtonImages();
+}
+
+PluginHeaderComponent::~PluginHeaderComponent() = default;
+
+void PluginHeaderComponent::paint (juce::Graphics& g)
+{
+    g.setColour (findColour (headerBackgroundColourId));
+    g.fillRect (getLocalBounds());
+}
+
+void PluginHeaderComponent::colourChanged()
+{
+    updateButtonImages();
+}
+
+void PluginHeaderComponent::updateButtonImages()
+{
+    const auto background = findColour (headerBackgroundColourId);
+    const auto normal = background.contrasting (0.8f);
+    const auto down = background.contrasting (0.75f);
+    const auto over = background.contrasting (0.65f);
+
+    const auto update = [&] (juce::DrawableButton& button, const char* block, int numBytes)
+    {
+        juce::Path shape;
+        shape.loadPathFromData (block, (size_t) numBytes);
+        setButtonShape (button, shape, normal, down, over, over);
+    };
+
+    update (infoButton, resources::info_path, resources::info_pathSize);
+    update (undoButton, resources::undo_path, resources::undo_pathSize);
+    update (redoButton, resources::redo_path, resources::redo_pathSize);
+}
+
+void PluginHeaderComponent::setButtonShape (juce::DrawableButton& button,
+                                            const juce::Path& shape,
+                                            juce::Colour normal,
+                                            juce::Colour down,
+                                            juce::Colour over,
+                                            juce::Colour normalOn)
+{
+    const auto createImage = [&shape] (juce::Colour colour)
+    {
+        auto image = std::make_unique<juce::DrawablePath>();
+        image->setPath (shape);
+        image->setFill (colour);
+        return image;
+    };
+
+    const auto normalImage = createImage (normal);
+    const auto downImage = createImage (down);
+    const auto overImage = createImage (over);
+    const auto normalOnImage = createImage (normalOn);
+
+    button.setImages (normalImage.get(), overImage.get(), downImage.get(), downImage.get(), normalOnImage.get());
+}
+
+void PluginHeaderComponent::resized()
+{
+    if (auto* const methods = dynamic_cast<LookAndFeelMethods*> (&getLookAndFeel()))
+    {
+        methods->positionHeaderComponents (*this, presetsBar, undoButton, redoButton, infoButton, logoButton);
+        return;
+    }
+
+    auto area = withoutMargins (getLocalBounds(), 0.03f, 0.1f);
+    const auto infoWidth = area.proportionOfWidth (0.2f);
+    logoButton.setBounds (area.removeFromLeft (infoWidth / 2));
+    infoButton.setBounds (area.removeFromRight (infoWidth));
+    presetsBar.setBounds (getPresetsBarArea());
+}
+
+juce::Rectangle<int> PluginHeaderComponent::getPresetsBarArea() const
+{
+    return withoutMargins (withoutMargins (getLocalBounds(), 0.2f, 0.15f), 0.23f, 0.1f);
+}
+
+void PluginHeaderComponent::timerCallback()
+{
+    presetsBar.setArrowsVisible (isMouseOverOrDragging (true) && presetsBar.isEnabled());
+}
+} // namespace cv::pluginCore

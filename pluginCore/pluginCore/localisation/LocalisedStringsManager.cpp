@@ -1,0 +1,70 @@
+#include "pluginCore/localisation/LocalisedStringsManager.h"
+
+#include <PluginCoreResources.h>
+
+#include <algorithm>
+#include <array>
+#include <clocale>
+#include <string>
+
+namespace cv::pluginCore
+{
+namespace
+{
+const std::array languages {
+    Language { "en", "eng", resources::en_txt, resources::en_txtSize },
+    Language { "fr", "fre", resources::fr_txt, resources::fr_txtSize },
+    Language { "es", "spa", resources::es_txt, resources::es_txtSize },
+    Language { "pt", "por", resources::pt_txt, resources::pt_txtSize },
+};
+} // namespace
+
+std::span<const Language> LocalisedStringsManager::getLanguages() noexcept
+{
+    return languages;
+}
+
+juce::String LocalisedStringsManager::languageCodeFor (const juce::String& displayLanguage)
+{
+    const auto language = displayLanguage.upToFirstOccurrenceOf ("-", false, false);
+
+    const auto found =
+        std::find_if (languages.begin(), languages.end(),
+                      [&] (const auto& known) { return language == known.code || language == known.threeLetterCode; });
+
+    return found != languages.end() ? found->code : languages.front().code;
+}
+
+juce::String LocalisedStringsManager::systemLanguageCode()
+{
+    // On Linux the question leaves the whole process in the user's locale, where the host may come to
+    // read and write numbers with a decimal comma.
+    const std::string hostLocale = std::setlocale (LC_ALL, nullptr);
+    const auto displayLanguage = juce::SystemStats::getDisplayLanguage();
+    std::setlocale (LC_ALL, hostLocale.c_str());
+
+    return languageCodeFor (displayLanguage);
+}
+
+bool LocalisedStringsManager::setLanguage (const juce::String& code)
+{
+    const auto language =
+        std::find_if (languages.begin(), languages.end(), [&] (const auto& known) { return code == known.code; });
+    const auto isKnown = language != languages.end();
+
+    if (isKnown)
+    {
+        const auto text = juce::String::createStringFromData (language->table, language->tableBytes);
+        languageCode = code;
+
+        auto mappings = std::make_unique<juce::LocalisedStrings> (text, false);
+        mappings->setFallback (new juce::LocalisedStrings (text, true));
+        juce::LocalisedStrings::setCurrentMappings (mappings.release());
+    }
+
+    languageChanged (code);
+    return isKnown;
+}
+
+void LocalisedStringsManager::languageChanged (const juce::String&) {}
+} // namespace cv::pluginCore

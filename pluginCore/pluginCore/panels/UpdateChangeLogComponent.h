@@ -1,0 +1,60 @@
+#pragma once
+
+#include "pluginCore/panels/DisplayTextComponent.h"
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <functional>
+
+namespace cv::pluginCore
+{
+/** Tells of a new version, on top of a whole editor that it dims: a box with the change log, a button that
+    leads to the product's page and one that closes. It neither shows nor hides itself; that is for the owner
+    of the two handlers. Its background is changeLogBackgroundColourId. Message thread.
+*/
+class UpdateChangeLogComponent final : public juce::Component
+{
+public:
+    using UrlOpener = std::function<void (const juce::URL&)>;
+
+    explicit UpdateChangeLogComponent (UrlOpener openUrl = &juce::URL::launchInDefaultBrowser);
+
+    /** Called by the "close" button, if it is set. */
+    std::function<void()> onClose;
+
+    /** Called by the download button, if it is set, after the page has been opened. */
+    std::function<void()> onDownload;
+
+    /** The page that the download button opens; none if it is empty. */
+    juce::URL downloadUrl;
+
+    /** Takes a change log, whatever it holds and however long it is, and shows its beginning: as much as can
+        be laid out while nobody notices, with an ellipsis behind it if that isn't all. False, and the text stays
+        as it was, when there is nothing to show.
+    */
+    bool setChangeLog (const juce::String&);
+
+    /** Holds what is shown of the change log. */
+    juce::TextEditor& getTextEditor() noexcept { return textPanel.getTextEditor(); }
+
+    void paint (juce::Graphics&) override;
+    void resized() override;
+    void colourChanged() override;
+    void lookAndFeelChanged() override;
+
+private:
+    void openDownloadPage();
+
+    /** The box, in proportions of this component. */
+    const juce::Rectangle<float> boxArea { 0.15f, 0.15f, 0.7f, 0.7f };
+
+    const UrlOpener openUrlInBrowser;
+
+    juce::Label titleLabel;
+    juce::TextButton downloadButton;
+    juce::TextButton closeButton;
+    DisplayTextComponent textPanel;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (UpdateChangeLogComponent)
+};
+} // namespace cv::pluginCore

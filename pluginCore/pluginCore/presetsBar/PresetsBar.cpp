@@ -1,0 +1,270 @@
+#include "pluginCore/presetsBar/PresetsBar.h"
+
+#include "pluginCore/files/FilePath.h"
+#include "pluginCore/lookAndFeel/ColourIds.h"
+#include "pluginCore/presetsBar/ChevronPath.h"
+#include "pluginCore/presetsBar/PresetFiles.h"
+#include "pluginCore/presetsBar/PresetsBarLayout.h"
+#include "pluginCore/text/ShapeableText.h"
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+namespace cv::pluginCore
+{
+namespace
+{
+enum MenuItemIds
+{
+    saveItemId = 1,
+    saveAsItemId,
+    initItemId,
+    showLocationItemId,
+    firstFreeItemId
+};
+
+std::unique_ptr<juce::DrawablePath> createFilledPath (const juce::Path& path, juce::Colour colour)
+{
+    auto drawable = std::make_unique<juce::DrawablePath>();
+    drawable->setPath (path);
+    drawable->setFill (colour);
+    return drawable;
+}
+
+void setArrowImages (juce::DrawableButton& button,
+                     const juce::Path& normalPath,
+                     juce::Colour normal,
+                     const juce::Path& downPath,
+                     juce::Colour down,
+                     juce::Colour over,
+                     juce::Colour normalOn)
+{
+    const auto normalImage = createFilledPath (normalPath, normal);
+    const auto overImage = createFilledPath (normalPath, over);
+    const auto normalOnImage = createFilledPath (downPath, normalOn);
+    const auto downImage = createFilledPath (downPath, down);
+
+    button.setImages (normalImage.get(), overImage.get(), downImage.get(), downImage.get(), normalOnImage.get());
+}
+} // namespace
+
+PresetsBar::PresetsBar (PresetsManager& store) : presetsManager (store)
+{
+    setOpaque (true);
+    presetsButton.setTriggeredOnMouseDown (true);
+
+    // A look-and-feel can tell the button from others by this.
+    presetsButton.getProperties().set ("PresetsButton", true);
+
+    for (auto* const button : std::initializer_list<juce::Button*> { &previousButton, &nextButton, &presetsButton })
+    {
+        button->addListener (this);
+        addAndMakeVisible (button);
+    }
+
+    presetsManager.addListener (this);
+    rebuildMenu();
+    addMouseListener (this, true);
+    colourChanged();
+    triggerAsyncUpdate();
+}
+
+PresetsBar::~PresetsBar()
+{
+    presetsManager.removeListener (this);
+    cancelPendingUpdate();
+}
+
+void PresetsBar::paint (juce::Graphics& g)
+{
+    g.setColour (findColour (presetsBarBackgroundColourId));
+    g.fillRect (getLocalBounds());
+}
+
+void PresetsBar::colourChanged()
+{
+    const auto base = findColour (presetsBarBackgroundColourId);
+    const auto normal = base.contrasting (0.3f);
+    const auto down = base.contrasting (0.7f);
+    const auto over = base.contrasting (0.5f);
+
+    auto chevron = createChevronPath();
+    setArrowImages (nextButton, chevron, normal, chevron, down, over, over);
+
+    chevron.applyTransform (juce::AffineTransform::rotation (juce::MathConstants<float>::pi));
+    setArrowImages (previousButton, chevron, normal, chevron, down, over, over);
+}
+
+void PresetsBar::resized()
+{
+    if (auto* const methods = dynamic_cast<LookAndFeelMethods*> (&getLookAndFeel()))
+    {
+        methods->positionPresetsBar (*this, presetsButton, previousButton, nextButton);
+        return;
+    }
+
+    const auto layout = layOutPresetsBar (getWidth(), getHeight());
+    previousButton.setBounds (layout.previousButton);
+    presetsButton.setBounds (layout.presetsButton);
+    nextButton.setBounds (layout.nextButton);
+}
+
+void PresetsBar::rebuildMenu()
+{
+    const auto& locations = presetsManager.getLocations();
+
+    presetsMenu.clear();
+    presetPaths.clear();
+
+    presetsMenu.addItem (saveItemId, juce::translate ("Save"), canOverwriteCurrentPreset());
+    presetsMenu.addItem (saveAsItemId, juce::translate ("Save as") + "...");
+    presetsMenu.addSeparator();
+
+    if (isVisiblePreset (locations.initPresetFile, locations.presetExtension))
+        presetsMenu.addItem (initItemId, juce::translate ("Init"));
+
+    presetsMenu.addItem (showLocationItemId, juce::translate ("Show presets location") + "...");
+
+    firstPresetItemId = firstFreeItemId;
+    auto nextItemId = firstPresetItemId;
+    addBankToMenu (locations.userFolder, "User Presets", nextItemId);
+    addBankToMenu (locations.factoryFolder, presetsManager.getCompanyName() + " Presets", nextItemId);
+    addBankToMenu (locations.designerFolder, "Designer Presets", nextItemId);
+}
+
+void PresetsBar::addBankToMenu (const juce::File& folder, const juce::String& title, int& nextItemId)
+{
+    const auto bank = readBank (folder, presetsManager.getLocations().presetExtension);
+
+    if (! bank.holdsPresets)
+        return;
+
+    presetsMenu.addSectionHeader (juce::translate (title));
+    addPresetsToMenu (presetsMenu, bank, nextItemId, presetPaths);
+}
+
+void PresetsBar::addPresetsToMenu (juce::PopupMenu& menu,
+                                   const PresetTree& folder,
+                                   int& nextItemId,
+                                   juce::StringArray& paths)
+{
+    const auto& initPresetFile = presetsManager.getLocations().initPresetFile;
+    const auto current = presetsManager.getCurrentPresetFile();
+
+    for (const auto& child : folder.children)
+    {
+        if (child.isFolder)
+        {
+            juce::PopupMenu subMenu;
+            addPresetsToMenu (subMenu, child, nextItemId, paths);
+            menu.addSubMenu (getShapeableLine (child.file.getFileName()), subMenu, true, nullptr,
+                             isBelowFolder (current, child.file));
+        }
+        else if (child.file != initPresetFile)
+        {
+            menu.addItem (nextItemId++, getShapeableLine (child.file.getFileNameWithoutExtension()), true,
+                          child.file == current);
+            paths.add (child.file.getFullPathName());
+        }
+    }
+}
+
+bool PresetsBar::canOverwriteCurrentPreset() const
+{
+    const auto current = presetsManager.getCurrentPresetFile();
+
+    return current.existsAsFile() && isBelowFolder (current, presetsManager.getLocations().userFolder)
+           && current.hasWriteAccess();
+}
+
+void PresetsBar::buttonClicked (juce::Button* button)
+{
+    if (button == &presetsButton)
+        showMenu();
+    else if (button == &previousButton)
+        loadNeighbour (-1);
+    else if (button == &nextButton)
+        loadNeighbour (1);
+}
+
+void PresetsBar::showMenu()
+{
+    rebuildMenu();
+
+    presetsMenu.showMenuAsync (juce::PopupMenu::Options()
+                                   .withTargetComponent (presetsButton)
+                                   .withParentComponent (findParentComponentOfClass<juce::AudioProcessorEditor>())
+                                   .withStandardItemHeight (juce::roundToInt ((float) presetsButton.getHeight() * 0.7f))
+                                   .withMinimumWidth (presetsButton.getWidth()),
+                               juce::ModalCallbackFunction::forComponent (menuItemChosen, this));
+}
+
+void PresetsBar::loadNeighbour (int step)
+{
+    if (presetPaths.isEmpty())
+        return;
+
+    const auto index = presetPaths.indexOf (presetsManager.getCurrentPresetFile().getFullPathName());
+    const auto target = index < 0 ? 0 : juce::negativeAwareModulo (index + step, presetPaths.size());
+    presetsManager.loadPreset (juce::File (presetPaths[target]));
+}
+
+void PresetsBar::menuItemChosen (int result, PresetsBar* bar)
+{
+    if (result <= 0 || bar == nullptr)
+        return;
+
+    auto& store = bar->presetsManager;
+    const auto current = store.getCurrentPresetFile();
+
+    switch (result)
+    {
+        case saveItemId:
+            // It may have vanished while the menu was open.
+            if (current.existsAsFile())
+                store.savePreset (current, false);
+            break;
+        case saveAsItemId:
+            store.savePresetAs (true);
+            break;
+        case initItemId:
+            store.loadPreset (store.getLocations().initPresetFile);
+            break;
+        case showLocationItemId:
+            store.getLocations().userFolder.revealToUser();
+            break;
+        default:
+            store.loadPreset (juce::File (bar->presetPaths[result - bar->firstPresetItemId]));
+            break;
+    }
+}
+
+void PresetsBar::setArrowsVisible (bool shouldBeVisible)
+{
+    if (previousButton.isVisible() == shouldBeVisible)
+        return;
+
+    previousButton.setVisible (shouldBeVisible);
+    nextButton.setVisible (shouldBeVisible);
+}
+
+void PresetsBar::presetLoaded (PresetsManager&, const juce::File&)
+{
+    triggerAsyncUpdate();
+}
+
+void PresetsBar::dirtyStateChanged (PresetsManager&, bool)
+{
+    triggerAsyncUpdate();
+}
+
+void PresetsBar::handleAsyncUpdate()
+{
+    const auto current = presetsManager.getCurrentPresetFile();
+
+    if (current == juce::File())
+        return;
+
+    presetsButton.setButtonText (getShapeableLine (current.getFileNameWithoutExtension())
+                                 + (presetsManager.isDirty() ? "*" : ""));
+}
+} // namespace cv::pluginCore

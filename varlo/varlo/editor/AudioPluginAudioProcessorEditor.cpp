@@ -1,0 +1,105 @@
+#include "varlo/editor/AudioPluginAudioProcessorEditor.h"
+
+#include "varlo/editor/EditorLayout.h"
+#include "varlo/lookAndFeel/Palette.h"
+
+#include <VarloResources.h>
+
+namespace cv::varlo
+{
+namespace
+{
+constexpr double longestTapIntervalMilliseconds = 10000.0;
+
+juce::AudioParameterFloat& findDelayParameter (const juce::AudioProcessorValueTreeState& tree)
+{
+    return dynamic_cast<juce::AudioParameterFloat&> (*tree.getParameter (parameterIds::delay));
+}
+} // namespace
+
+AudioPluginAudioProcessorEditor::AudioPluginAudioProcessorEditor (AudioPluginAudioProcessor& audioProcessor)
+    : PluginEditor (audioProcessor)
+    , header (audioProcessor.getPresetsManager(), &audioProcessor.getUndoManager())
+    , spectrogram (audioProcessor.getFFTProcessor())
+    , aboutPanel (audioProcessor)
+    , tapButton (longestTapIntervalMilliseconds)
+    , delayParameter (findDelayParameter (audioProcessor.getValueTreeState()))
+    , delayAttachment (delayParameter, [this] (float) { followDelay(); })
+{
+    addComponents (audioProcessor.getValueTreeState());
+    setUpLogo();
+
+    header.onLogoClicked = [this] { aboutPanel.setVisible (true); };
+    spectrogram.addMouseListener (this, true);
+
+    followDelay();
+    led.setLedColour (palette::led);
+
+    tapButton.setButtonText ("Tap");
+    tapButton.onTempoTapped = [this] (double milliseconds) { setDelay (milliseconds); };
+}
+
+AudioPluginAudioProcessorEditor::~AudioPluginAudioProcessorEditor()
+{
+    setLookAndFeel (nullptr);
+}
+
+void AudioPluginAudioProcessorEditor::addComponents (juce::AudioProcessorValueTreeState& state)
+{
+    for (const auto& knob : editorKnobs)
+        addAndMakeVisible (knobs.add (std::make_unique<LabelledSlider> (state, knob.parameterId, knob.caption)));
+
+    addAndMakeVisible (header);
+    addAndMakeVisible (tapButton);
+    addAndMakeVisible (spectrogram);
+    addAndMakeVisible (led);
+    addChildComponent (aboutPanel);
+}
+
+void AudioPluginAudioProcessorEditor::setUpLogo()
+{
+    juce::Path logo;
+    logo.loadPathFromData (resources::logo_path, (size_t) resources::logo_pathSize);
+
+    const auto background = header.findColour (pluginCore::headerBackgroundColourId);
+    const auto over = background.contrasting (0.65f);
+    header.setButtonShape (header.getLogoButton(), logo, background.contrasting (0.8f), background.contrasting (0.75f),
+                           over, over);
+}
+
+void AudioPluginAudioProcessorEditor::followDelay()
+{
+    led.setBlinkInterval (juce::roundToInt (delayParameter.get()));
+}
+
+void AudioPluginAudioProcessorEditor::setDelay (double milliseconds)
+{
+    const auto newDelay = (float) milliseconds;
+
+    delayParameter.beginChangeGesture();
+
+    if (! juce::approximatelyEqual (delayParameter.get(), newDelay))
+        delayParameter.setValueNotifyingHost (delayParameter.convertTo0to1 (newDelay));
+
+    delayParameter.endChangeGesture();
+}
+
+void AudioPluginAudioProcessorEditor::paint (juce::Graphics& g)
+{
+    g.fillAll (palette::panel);
+}
+
+void AudioPluginAudioProcessorEditor::resized()
+{
+    const auto layout = layOutEditor (getWidth(), getHeight());
+
+    aboutPanel.setBounds (getLocalBounds());
+    header.setBounds (layout.header);
+    spectrogram.setBounds (layout.spectrogram);
+    tapButton.setBounds (layout.tapButton);
+    led.setBounds (layout.led);
+
+    for (size_t i = 0; i < layout.knobs.size(); ++i)
+        knobs[(int) i]->setBounds (layout.knobs[i]);
+}
+} // namespace cv::varlo

@@ -1,5 +1,5 @@
 #include "FuzzEnvironment.h"
-#include "pluginCore/settings/PluginGlobalSettings.h"
+#include "pluginCore/sharing/PluginGlobalSettings.h"
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "varlo/parameters/ParameterIds.h"
+#include "varlo/parameters/Parameters.h"
 #include "support/ProcessorHarness.h"
 #include "support/ScratchFolder.h"
 #include "support/TemporaryHome.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pluginCore/presets/PresetFolders.h"
+#include "pluginCore/presets/PresetLocations.h"
 #include "support/ScratchFolder.h"
 
 namespace cv::test

@@ -1,6 +1,6 @@
 #include "varlo/AudioPluginAudioProcessor.h"
 
-#include "pluginCore/presets/PresetFolders.h"
+#include "pluginCore/presets/PresetLocations.h"
 #include "varlo/editor/AudioPluginAudioProcessorEditor.h"
 
 namespace cv::varlo

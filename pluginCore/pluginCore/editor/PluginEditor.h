@@ -5,7 +5,7 @@
 #include "pluginCore/editor/WindowFrontListener.h"
 #include "pluginCore/lookAndFeel/LookAndFeel.h"
 #include "pluginCore/panels/UpdateChangeLogComponent.h"
-#include "pluginCore/settings/PluginGlobalSettings.h"
+#include "pluginCore/sharing/PluginGlobalSettings.h"
 #include "pluginCore/updates/UpdateChecker.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>

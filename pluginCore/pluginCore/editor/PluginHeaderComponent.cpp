@@ -1,6 +1,7 @@
 #include "pluginCore/editor/PluginHeaderComponent.h"
 
 #include "pluginCore/lookAndFeel/ColourIds.h"
+#include "pluginCore/lookAndFeel/Markers.h"
 
 #include <PluginCoreResources.h>
 
@@ -20,6 +21,7 @@ PluginHeaderComponent::PluginHeaderComponent (PresetsManager& store, juce::UndoM
     , undoManager (manager)
 {
     setOpaque (true);
+    getProperties().set (markers::sameButtonFont, true);
     addAndMakeVisible (presetsBar);
 
     undoButton.onClick = [this]

@@ -1,6 +1,6 @@
 #include "pluginCore/lookAndFeel/LabelPainter.h"
 
-#include "pluginCore/panels/TooltipDisplayComponent.h"
+#include "pluginCore/lookAndFeel/Markers.h"
 
 namespace cv::pluginCore
 {
@@ -34,7 +34,7 @@ float getLabelFontHeight (const juce::Label& label)
     if (const auto* const slider = label.findParentComponentOfClass<juce::Slider>())
         return getFontHeightInSlider (label, *slider);
 
-    return height * (label.findParentComponentOfClass<TooltipDisplayComponent>() != nullptr ? 0.6f : 0.8f);
+    return height * (liesInMarked (label, markers::smallLabels) ? 0.6f : 0.8f);
 }
 
 int getMaximumLabelLines (int textAreaHeight, float fontHeight) noexcept

@@ -1,14 +1,20 @@
 #include "pluginCore/lookAndFeel/LookAndFeel.h"
 
-#include "pluginCore/editor/PluginHeaderComponent.h"
 #include "pluginCore/lookAndFeel/FileRowPainter.h"
-#include "pluginCore/lookAndFeel/FontFitting.h"
 #include "pluginCore/lookAndFeel/LabelPainter.h"
-#include "pluginCore/lookAndFeel/ScrollBarPainter.h"
-#include "pluginCore/lookAndFeel/TreeBoxPainter.h"
+#include "pluginCore/lookAndFeel/Markers.h"
+#include "pluginCore/lookAndFeel/ScrollBarAndTreePainter.h"
 
 namespace cv::pluginCore
 {
+void MyCaretComponent::setCaretPosition (const juce::Rectangle<int>& characterArea)
+{
+    // This starts the blinking as well.
+    CaretComponent::setCaretPosition (characterArea);
+
+    setBounds (characterArea.withWidth (juce::jmax (caretWidth, 0)));
+}
+
 LookAndFeel::LookAndFeel()
 {
     setPanelColours();
@@ -59,8 +65,7 @@ juce::Font LookAndFeel::getTextButtonFont (juce::TextButton& button, int buttonH
 {
     const auto height = (float) buttonHeight;
 
-    // The header's buttons keep their font whatever their texts, so that all look alike.
-    if (button.findParentComponentOfClass<PluginHeaderComponent>() != nullptr)
+    if (liesInMarked (button, markers::sameButtonFont))
         return labelFont.withHeight (juce::jmax (0.8f * height, 8.0f));
 
     const auto width = (float) button.getWidth();

@@ -2,12 +2,26 @@
 
 #include "pluginCore/lookAndFeel/ColourIds.h"
 #include "pluginCore/lookAndFeel/CvFonts.h"
-#include "pluginCore/lookAndFeel/MyCaretComponent.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
 namespace cv::pluginCore
 {
+/** A text caret one logical pixel wide, half as wide as JUCE's. Message thread. */
+class MyCaretComponent final : public juce::CaretComponent
+{
+public:
+    using juce::CaretComponent::CaretComponent;
+
+    void setCaretPosition (const juce::Rectangle<int>& characterArea) override;
+
+    /** In logical pixels; taken when the caret next moves, and 0 if it is negative. */
+    int caretWidth = 1;
+
+private:
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (MyCaretComponent)
+};
+
 /** The look that our products share: the fonts, the colours of the framework's panels, and the drawing of
     labels, scroll bars, the text caret, trees and rows of files. The rest is JUCE's. A product derives its
     own look from it, or does without one.
@@ -20,6 +34,8 @@ namespace cv::pluginCore
     | "fontScale"    | a label            | double | font height as a proportion of the label's, if above 0  |
     | "vertical"     | a slider's label   | bool   | its text is turned: font height follows the width       |
     | "noFolderIcon" | a list of files    | bool   | no icons, and names further to the left                 |
+
+    What a component marks for all that lies in it is in Markers.h.
 
     Message thread.
 */

@@ -1,9 +1,12 @@
 #include "pluginCore/panels/TooltipDisplayComponent.h"
 
+#include "pluginCore/lookAndFeel/Markers.h"
+
 namespace cv::pluginCore
 {
 TooltipDisplayComponent::TooltipDisplayComponent()
 {
+    getProperties().set (markers::smallLabels, true);
     addAndMakeVisible (label);
 }
 

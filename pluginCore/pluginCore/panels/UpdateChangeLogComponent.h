@@ -8,6 +8,27 @@
 
 namespace cv::pluginCore
 {
+/** The part of the box that its contents may take. Any thread. */
+juce::Rectangle<int> getChangeLogContentArea (juce::Rectangle<int> box);
+
+/** The height of a line of controls in that part, in logical pixels. Any thread. */
+int getChangeLogRowHeight (juce::Rectangle<int> contentArea);
+
+/** Where the parts of a change log go, in logical pixels; no size is negative. */
+struct ChangeLogLayout
+{
+    juce::Rectangle<int> title;
+    juce::Rectangle<int> textPanel;
+    juce::Rectangle<int> downloadButton;
+    juce::Rectangle<int> closeButton;
+};
+
+/** Puts the title on top, both buttons at the bottom right, "close" last, and the text between. The widths, 0
+    or more, are those that the buttons would like to have; where there isn't room for both, the download
+    button is cut. Any thread.
+*/
+ChangeLogLayout layOutChangeLog (juce::Rectangle<int> contentArea, int bestCloseWidth, int bestDownloadWidth);
+
 /** Tells of a new version, on top of a whole editor that it dims: a box with the change log, a button that
     leads to the product's page and one that closes. It neither shows nor hides itself; that is for the owner
     of the two handlers. Its background is changeLogBackgroundColourId. Message thread.

@@ -2,13 +2,12 @@
 
 #include "pluginCore/files/FilePath.h"
 #include "pluginCore/presets/PresetFile.h"
-#include "pluginCore/processor/PluginProcessor.h"
 #include "pluginCore/state/XmlText.h"
 
 namespace cv::pluginCore
 {
-PresetsManager::PresetsManager (PluginProcessor& owner, const PresetLocations& presetLocations)
-    : processor (owner)
+PresetsManager::PresetsManager (Owner& presetsOwner, const PresetLocations& presetLocations)
+    : owner (presetsOwner)
     , locations (presetLocations)
     , lastSaveFolder (presetLocations.userFolder)
 {
@@ -33,7 +32,7 @@ void PresetsManager::loadPreset (const juce::File& file)
     if (const auto xml = readPresetFile (file))
     {
         setCurrentPresetFile (file);
-        processor.restoreStateXml (*xml, false);
+        owner.restoreStateXml (*xml, false);
         setDirty (false);
         listeners.call ([&] (Listener& listener) { listener.presetLoaded (*this, file); });
     }
@@ -44,7 +43,7 @@ void PresetsManager::loadPreset (const juce::File& file)
 void PresetsManager::savePreset (const juce::File& file, bool reloadAfterSave)
 {
     setCurrentPresetFile (file);
-    writeXmlFile (*processor.createStateXml (false), file);
+    writeXmlFile (*owner.createStateXml (false), file);
 
     if (reloadAfterSave)
         loadPreset (file);
@@ -78,7 +77,7 @@ void PresetsManager::dialogClosed (const juce::File& result, bool reloadAfterSav
 
 const juce::String& PresetsManager::getCompanyName() const noexcept
 {
-    return processor.getProductInfo().company;
+    return owner.getProductInfo().company;
 }
 
 void PresetsManager::setCurrentPresetFile (const juce::File& file)

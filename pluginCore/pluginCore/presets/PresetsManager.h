@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pluginCore/presets/PresetLocations.h"
+#include "pluginCore/product/ProductInfo.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -8,8 +9,6 @@
 
 namespace cv::pluginCore
 {
-class PluginProcessor;
-
 /** A plug-in's preset store: it loads and saves preset files, and remembers which one the sound is based
     on and whether the sound has moved away from it since.
 
@@ -21,6 +20,23 @@ class PluginProcessor;
 class PresetsManager
 {
 public:
+    /** Whose presets they are: a preset holds its state. */
+    class Owner
+    {
+    public:
+        virtual ~Owner() = default;
+
+        virtual const ProductInfo& getProductInfo() const noexcept = 0;
+
+        /** The state as an element; with what belongs to a project alone, or without. Any thread but the audio
+            thread.
+        */
+        virtual std::unique_ptr<juce::XmlElement> createStateXml (bool includeEditorState) = 0;
+
+        /** Applies such an element, whatever it holds. Any thread but the audio thread. */
+        virtual void restoreStateXml (const juce::XmlElement&, bool includeEditorState) = 0;
+    };
+
     class Listener
     {
     public:
@@ -37,8 +53,10 @@ public:
         virtual void dirtyStateChanged (PresetsManager&, bool newDirty) = 0;
     };
 
-    /** Creates the banks' folders where they are missing and can be made. */
-    PresetsManager (PluginProcessor& owner, const PresetLocations&);
+    /** Creates the banks' folders where they are missing and can be made. The owner outlives the store, and isn't
+        asked anything yet.
+    */
+    PresetsManager (Owner&, const PresetLocations&);
 
     void addListener (Listener*);
     void removeListener (Listener*);
@@ -91,7 +109,7 @@ private:
     // Several threads may call the listeners at a time, which JUCE's other lists don't allow.
     juce::LightweightListenerList<Listener> listeners;
 
-    PluginProcessor& processor;
+    Owner& owner;
     const PresetLocations locations;
     juce::File currentPresetFile;
     juce::SpinLock currentPresetFileLock; // a project may be opened on another thread than the bar's

@@ -1,6 +1,7 @@
 #include "pluginCore/presetsBar/PresetTree.h"
 
 #include "pluginCore/files/FilePath.h"
+#include "pluginCore/presets/PresetFile.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -158,5 +159,24 @@ private:
 PresetTree readPresetTree (const juce::File& folder, const IsPreset& isPreset, int maxEntries)
 {
     return FolderReader (isPreset, maxEntries).read (folder);
+}
+
+PresetTree readBank (const juce::File& folder, const juce::String& extension)
+{
+    return readPresetTree (folder, [&extension] (const juce::File& file, bool isFolder)
+                           { return file.hasFileExtension (extension) && (isFolder || isPresetFile (file)); });
+}
+
+bool folderHoldsPresets (const juce::File& folder, const juce::String& wildcard)
+{
+    if (wildcard == "*")
+        return readPresetTree (folder, [] (const juce::File&, bool isFolder) { return ! isFolder; }).holdsPresets;
+
+    return readBank (folder, wildcard.trimCharactersAtStart ("*")).holdsPresets;
+}
+
+bool isVisiblePreset (const juce::File& file, const juce::String& extension)
+{
+    return file.hasFileExtension (extension) && ! file.isHidden() && isPresetFile (file);
 }
 } // namespace cv::pluginCore

@@ -5,6 +5,25 @@
 
 namespace cv::pluginCore
 {
+/** A chevron that points right, the outline of a stroke of width 2 with rounded ends, about 9.5 wide and 16.5
+    high. To be scaled to where it is drawn. Any thread.
+*/
+juce::Path createChevronPath();
+
+/** Where the bar's buttons lie, in the bar's own coordinates. */
+struct PresetsBarLayout
+{
+    juce::Rectangle<int> previousButton;
+    juce::Rectangle<int> presetsButton;
+    juce::Rectangle<int> nextButton;
+};
+
+/** The layout of a bar of this size: the arrows as wide as the bar is high, and of them the left one alone a
+    sixth lower at the top and the bottom. In a bar that is too narrow the left arrow comes first, then the
+    right one. Any thread.
+*/
+PresetsBarLayout layOutPresetsBar (int width, int height) noexcept;
+
 /** The strip that shows the current preset's name, with a "*" once the sound has changed. The name opens
     a menu of all presets; the arrows on both sides step through them, round and round.
 

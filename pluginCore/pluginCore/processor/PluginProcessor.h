@@ -2,8 +2,8 @@
 
 #include "pluginCore/localisation/LocalisedStringsManager.h"
 #include "pluginCore/presets/PresetsManager.h"
-#include "pluginCore/processor/ProductInfo.h"
-#include "pluginCore/settings/PluginGlobalSettings.h"
+#include "pluginCore/product/ProductInfo.h"
+#include "pluginCore/sharing/PluginGlobalSettings.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 #include <juce_dsp/juce_dsp.h>
@@ -27,7 +27,9 @@ class PluginEditor;
     any thread but that, also while it runs. They are not guarded against each other, nor against the
     message thread's preset loads: parameters have a lock of their own, the rest follows the last caller.
 */
-class PluginProcessor : public juce::AudioProcessor, public juce::AudioProcessorValueTreeState::Listener
+class PluginProcessor : public juce::AudioProcessor,
+                        public juce::AudioProcessorValueTreeState::Listener,
+                        public PresetsManager::Owner
 {
 public:
     /** Fills one of the trees that a product remembers things in. */
@@ -128,13 +130,13 @@ public:
     /** The state as an element named after the product: version, parameters, what dataTree holds and, for
         a project, editor size and settingsTree. Any thread but the audio thread.
     */
-    virtual std::unique_ptr<juce::XmlElement> createStateXml (bool includeEditorState);
+    std::unique_ptr<juce::XmlElement> createStateXml (bool includeEditorState) override;
 
     /** Applies such an element, from whatever version. Another product's changes nothing; what it lacks of
         parameters or trees stays as it is. Without includeEditorState, editor size and settingsTree
         stay. Any thread but the audio thread.
     */
-    virtual void restoreStateXml (const juce::XmlElement&, bool includeEditorState);
+    void restoreStateXml (const juce::XmlElement&, bool includeEditorState) override;
 
     /** Gets what is about to be merged into dataTree; a product may convert it. */
     virtual void dataTreeRestored (juce::ValueTree) {}
@@ -148,7 +150,7 @@ public:
     /** Marks the preset as changed, whichever parameter moved. Any thread, lock-free. */
     void parameterChanged (const juce::String& parameterId, float newValue) override;
 
-    const ProductInfo& getProductInfo() const noexcept { return productInfo; }
+    const ProductInfo& getProductInfo() const noexcept override { return productInfo; }
 
     juce::AudioProcessorValueTreeState& getValueTreeState() noexcept { return valueTreeState; }
 

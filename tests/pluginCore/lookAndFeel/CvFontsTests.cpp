@@ -1,7 +1,5 @@
 #include "pluginCore/lookAndFeel/CvFonts.h"
 
-#include "pluginCore/lookAndFeel/FontFitting.h"
-
 #include <gtest/gtest.h>
 
 namespace cv::pluginCore

@@ -1,8 +1,7 @@
 #include "pluginCore/lookAndFeel/LookAndFeel.h"
 
 #include "pluginCore/editor/PluginHeaderComponent.h"
-#include "pluginCore/lookAndFeel/ScrollBarPainter.h"
-#include "pluginCore/lookAndFeel/TreeBoxPainter.h"
+#include "pluginCore/lookAndFeel/ScrollBarAndTreePainter.h"
 #include "support/FrameworkLookAndFeel.h"
 #include "support/PresetSandbox.h"
 #include "support/Rendering.h"

@@ -1,7 +1,6 @@
 #include "pluginCore/panels/UpdateChangeLogComponent.h"
 
 #include "pluginCore/lookAndFeel/LookAndFeel.h"
-#include "pluginCore/panels/UpdateChangeLogLayout.h"
 #include "support/KeptTranslations.h"
 #include "support/Rendering.h"
 

@@ -1,4 +1,4 @@
-#include "pluginCore/panels/UpdateChangeLogLayout.h"
+#include "pluginCore/panels/UpdateChangeLogComponent.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "pluginCore/presetsBar/PresetFiles.h"
+#include "pluginCore/presetsBar/PresetTree.h"
 
 #include "pluginCore/presets/PresetFile.h"
 #include "support/ScratchFolder.h"

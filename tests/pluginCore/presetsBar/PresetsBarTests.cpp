@@ -1,4 +1,4 @@
-#include "pluginCore/presetsBar/ChevronPath.h"
+#include "pluginCore/presetsBar/PresetsBar.h"
 #include "support/MessageLoop.h"
 #include "support/PresetsBarFixture.h"
 

@@ -4,7 +4,6 @@
 #include "support/Mouse.h"
 #include "support/ProcessorHarness.h"
 #include "support/Rendering.h"
-#include "varlo/editor/AboutLayout.h"
 
 #include <gmock/gmock.h>
 

@@ -1,11 +1,10 @@
 #include "pluginCore/editor/DefaultLookAndFeel.h"
-#include "pluginCore/presetsBar/PresetsBarLayout.h"
+#include "pluginCore/presetsBar/PresetsBar.h"
 #include "support/PresetSandbox.h"
 #include "support/TemporaryHome.h"
 #include "support/TestProduct.h"
-#include "varlo/lookAndFeel/HeaderLayout.h"
+#include "varlo/lookAndFeel/Layout.h"
 #include "varlo/lookAndFeel/PluginLookAndFeel.h"
-#include "varlo/lookAndFeel/SliderLayout.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,7 @@
 #include "varlo/controls/LabelledSlider.h"
 
+#include "varlo/lookAndFeel/SheenLabelPainter.h"
+
 namespace cv::varlo
 {
 LabelledSlider::LabelledSlider (juce::AudioProcessorValueTreeState& state,
@@ -10,6 +12,7 @@ LabelledSlider::LabelledSlider (juce::AudioProcessorValueTreeState& state,
     if (auto* const parameter = state.getParameter (parameterID))
         attachment = std::make_unique<juce::SliderParameterAttachment> (*parameter, slider, state.undoManager);
 
+    getProperties().set (halfHeightLabels, true);
     addAndMakeVisible (slider);
     addAndMakeVisible (label);
     label.setJustificationType (juce::Justification::centred);

@@ -1,7 +1,6 @@
 #include "varlo/editor/AboutComponent.h"
 
 #include "pluginCore/processor/PluginProcessor.h"
-#include "varlo/editor/AboutLayout.h"
 #include "varlo/lookAndFeel/Palette.h"
 
 namespace cv::varlo
@@ -10,6 +9,36 @@ namespace
 {
 const juce::Identifier brightTextProportion { "gradYProp" };
 } // namespace
+
+AboutLayout layOutAboutPanel (int width, int height)
+{
+    const juce::Rectangle<int> panel (width, height);
+    auto area = panel.reduced (panel.proportionOfHeight (0.03f));
+    const auto largeStep = area.proportionOfHeight (0.1f);
+    const auto lineHeight = area.proportionOfHeight (0.08f);
+
+    AboutLayout layout;
+    layout.copyright = area.removeFromBottom (area.proportionOfHeight (0.05f));
+
+    // The space above the name is twice what is taken for it.
+    area.removeFromTop (largeStep);
+    area.translate (0, largeStep);
+    layout.name = area.removeFromTop (3 * largeStep);
+
+    // The version reaches into the name's area, whose text leaves room there.
+    area.translate (0, -(largeStep / 3));
+    layout.version = area.removeFromTop (lineHeight);
+
+    area.removeFromTop (largeStep / 3);
+    layout.link = area.removeFromTop (lineHeight);
+
+    return layout;
+}
+
+juce::Rectangle<int> narrowToText (juce::Rectangle<int> linkArea, int textWidth)
+{
+    return linkArea.withSizeKeepingCentre (textWidth, linkArea.getHeight());
+}
 
 AboutComponent::AboutComponent (pluginCore::PluginProcessor& audioProcessor, UrlOpener openUrl)
     : makersWebSite (audioProcessor.getProductInfo().companyWebSite)

@@ -2,7 +2,6 @@
 
 #include "pluginCore/presetsBar/PresetsBar.h"
 #include "varlo/lookAndFeel/ControlState.h"
-#include "varlo/lookAndFeel/ShadowOffset.h"
 
 namespace cv::varlo
 {

@@ -1,6 +1,6 @@
 #include "varlo/lookAndFeel/Fonts.h"
 
-#include "pluginCore/lookAndFeel/EmbeddedFont.h"
+#include "pluginCore/lookAndFeel/CvFonts.h"
 #include "pluginCore/sharing/SharedInstance.h"
 
 #include <VarloResources.h>

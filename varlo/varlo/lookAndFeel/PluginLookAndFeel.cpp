@@ -1,17 +1,15 @@
 #include "varlo/lookAndFeel/PluginLookAndFeel.h"
 
-#include "pluginCore/presetsBar/PresetsBarLayout.h"
+#include "pluginCore/presetsBar/PresetsBar.h"
 #include "varlo/lookAndFeel/ButtonPainter.h"
 #include "varlo/lookAndFeel/ControlState.h"
-#include "varlo/lookAndFeel/HeaderLayout.h"
+#include "varlo/lookAndFeel/Layout.h"
 #include "varlo/lookAndFeel/LinearSliderPainter.h"
 #include "varlo/lookAndFeel/Palette.h"
 #include "varlo/lookAndFeel/PopupMenuPainter.h"
 #include "varlo/lookAndFeel/ResizerPainter.h"
 #include "varlo/lookAndFeel/RotarySliderPainter.h"
-#include "varlo/lookAndFeel/ShadowOffset.h"
 #include "varlo/lookAndFeel/SheenLabelPainter.h"
-#include "varlo/lookAndFeel/SliderLayout.h"
 
 namespace cv::varlo
 {

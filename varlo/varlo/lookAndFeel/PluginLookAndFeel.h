@@ -17,6 +17,7 @@ namespace cv::varlo
     | "JustificationLeft" | a text button  | bool   | the caption stands at the left                                 |
     | "gradYProp"         | a label        | double | down to which part of its height, 0 to 1, the text is bright   |
     | "centered"          | a rotary slider| bool   | the arc begins at the value that a double click brings back    |
+    | "halfHeightLabels"  | any component  | bool   | the labels in it have a font half as high as they are          |
 
     A button whose text begins with "Tap" has its caption one logical pixel higher and without side margins.
 

@@ -1,6 +1,6 @@
 #include "varlo/lookAndFeel/PopupMenuPainter.h"
 
-#include "pluginCore/lookAndFeel/FontFitting.h"
+#include "pluginCore/lookAndFeel/CvFonts.h"
 
 namespace cv::varlo
 {

@@ -1,7 +1,6 @@
 #include "varlo/lookAndFeel/RotarySliderPainter.h"
 
 #include "varlo/lookAndFeel/ControlState.h"
-#include "varlo/lookAndFeel/ShadowOffset.h"
 
 namespace cv::varlo
 {

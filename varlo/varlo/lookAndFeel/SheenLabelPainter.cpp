@@ -1,6 +1,6 @@
 #include "varlo/lookAndFeel/SheenLabelPainter.h"
 
-#include "varlo/controls/LabelledSlider.h"
+#include "pluginCore/lookAndFeel/Markers.h"
 #include "varlo/lookAndFeel/ControlState.h"
 
 namespace cv::varlo
@@ -31,7 +31,7 @@ float getSheenLabelFontHeight (const juce::Label& label)
     if (label.findParentComponentOfClass<juce::Slider>() != nullptr)
         return 0.75f * height;
 
-    return (label.findParentComponentOfClass<LabelledSlider>() != nullptr ? 0.5f : 0.8f) * height;
+    return (pluginCore::liesInMarked (label, halfHeightLabels) ? 0.5f : 0.8f) * height;
 }
 
 int getSheenLabelLines (int textAreaHeight, float fontHeight) noexcept

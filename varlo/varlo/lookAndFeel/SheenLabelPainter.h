@@ -4,8 +4,11 @@
 
 namespace cv::varlo
 {
+/** The property that a component sets to true for labels in it to have a font half as high as they are. */
+inline const juce::Identifier halfHeightLabels { "halfHeightLabels" };
+
 /** The height of a label's font in logical pixels, as a proportion of the label's height that depends on the component
-    it belongs to: a slider, a labelled slider, or any other. Message thread.
+    it belongs to: a slider, one with halfHeightLabels, or any other. Message thread.
 */
 float getSheenLabelFontHeight (const juce::Label&);
 

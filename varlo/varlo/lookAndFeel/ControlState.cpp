@@ -1,4 +1,4 @@
-#include "varlo/lookAndFeel/ShadowOffset.h"
+#include "varlo/lookAndFeel/ControlState.h"
 
 namespace cv::varlo
 {

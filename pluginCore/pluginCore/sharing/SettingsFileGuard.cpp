@@ -1,9 +1,8 @@
-#include "pluginCore/settings/SettingsFileGuard.h"
+#include "pluginCore/sharing/SettingsFileGuard.h"
 
+#include "pluginCore/files/FilePath.h"
 #include "pluginCore/state/Utf8.h"
 #include "pluginCore/state/XmlGuard.h"
-
-#include <filesystem>
 
 namespace cv::pluginCore
 {
@@ -11,14 +10,6 @@ namespace
 {
 /** JUCE first reads so much of a file and stops behind its first start tag, then the whole. */
 constexpr size_t bytesReadForTag = 8192;
-
-/** Neither a folder, which has nothing to read, nor a pipe, which may have nothing to read for ever. */
-bool isRegularFile (const juce::File& file)
-{
-    const auto* const path = reinterpret_cast<const char8_t*> (file.getFullPathName().toRawUTF8());
-    std::error_code error;
-    return std::filesystem::is_regular_file (std::filesystem::path (path), error);
-}
 
 bool isReadable (const char* bytes, size_t numBytes)
 {

@@ -1,7 +1,6 @@
-#include "varlo/lookAndFeel/ShadowOffset.h"
+#include "varlo/lookAndFeel/ControlState.h"
 
 #include "support/Mouse.h"
-#include "varlo/lookAndFeel/ControlState.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "pluginCore/presets/PresetFolders.h"
+#include "pluginCore/presets/PresetLocations.h"
 
 #include "support/ScratchFolder.h"
 #include "support/TemporaryHome.h"

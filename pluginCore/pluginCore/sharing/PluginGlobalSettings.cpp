@@ -1,6 +1,6 @@
-#include "pluginCore/settings/PluginGlobalSettings.h"
+#include "pluginCore/sharing/PluginGlobalSettings.h"
 
-#include "pluginCore/settings/SettingsFileGuard.h"
+#include "pluginCore/sharing/SettingsFileGuard.h"
 #include "pluginCore/sharing/SharedInstance.h"
 #include "pluginCore/state/TreeXml.h"
 #include "pluginCore/state/XmlText.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <juce_graphics/juce_graphics.h>
+#include <juce_gui_basics/juce_gui_basics.h>
 
 namespace cv::varlo
 {
@@ -15,4 +15,9 @@ struct HeaderButtonAreas
     the information button near the right one, in what a header's proportions leave there. Any thread.
 */
 HeaderButtonAreas layOutHeaderButtons (int width, int height) noexcept;
+
+/** Where a slider of this size in logical pixels has its knob or groove and its text box: a rotary slider's value
+    stands inside the ring, any other's in the last fifth. Any thread.
+*/
+juce::Slider::SliderLayout layOutSlider (int width, int height, bool isRotary) noexcept;
 } // namespace cv::varlo

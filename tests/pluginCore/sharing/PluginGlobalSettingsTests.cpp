@@ -1,4 +1,4 @@
-#include "pluginCore/settings/PluginGlobalSettings.h"
+#include "pluginCore/sharing/PluginGlobalSettings.h"
 
 #include "pluginCore/state/XmlText.h"
 #include "support/PresetSandbox.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pluginCore/processor/ProductInfo.h"
+#include "pluginCore/product/ProductInfo.h"
 
 #include <juce_data_structures/juce_data_structures.h>
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+namespace cv::pluginCore
+{
+/** Properties that a component sets to true to tell a look-and-feel about all that lies in it, at any depth. So the
+    look doesn't have to know the component's class.
+*/
+namespace markers
+{
+/** Text buttons have the same font whatever their texts, so that all look alike. */
+inline const juce::Identifier sameButtonFont { "sameButtonFont" };
+
+/** Labels are written smaller. */
+inline const juce::Identifier smallLabels { "smallLabels" };
+} // namespace markers
+
+/** Whether a component lies, at any depth, in one with this property. Message thread. */
+inline bool liesInMarked (const juce::Component& component, const juce::Identifier& marker)
+{
+    for (const auto* parent = component.getParentComponent(); parent != nullptr; parent = parent->getParentComponent())
+        if ((bool) parent->getProperties()[marker])
+            return true;
+
+    return false;
+}
+} // namespace cv::pluginCore

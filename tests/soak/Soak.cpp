@@ -127,7 +127,7 @@ juce::StringArray Soak::findFaults() const
     if (watch.getLongestStall() > maxStallMilliseconds)
         faults.add ("messages had to wait for " + juce::String (watch.getLongestStall() / 1000.0, 1) + " s");
 
-#if ! VARLO_SOAK_IS_INSTRUMENTED
+#if ! VARLO_IS_INSTRUMENTED
     // Eight minutes with a hundred editors have ended where they began, single minutes within half a megabyte. The
     // rest is room for the allocators of other machines. Sanitizers keep what is given back.
     constexpr auto maxGrowthBytes = (juce::int64) (5.0 * bytesPerMegabyte);

@@ -173,7 +173,7 @@ juce::StringArray Storm::findFaults() const
     if (after.numOpenFiles > before.numOpenFiles)
         faults.add ("files are left open");
 
-#if ! VARLO_STORM_IS_INSTRUMENTED
+#if ! VARLO_IS_INSTRUMENTED
     // Sanitizers keep what is given back. The first megabyte is for caches that the warm-up has not filled.
     constexpr auto bytesPerMegabyte = (juce::int64) 1024 * 1024;
     constexpr auto cyclesPerMegabyte = 100;

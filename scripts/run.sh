@@ -12,8 +12,8 @@ usage() {
 usage: $command_name [--no-install] [--no-presets] [--no-open]
 
 Builds the Varlo plug-in, the same as a program of its own and the offline host varlo-render into
-dist/, installs the plug-in in ~/.vst3 (a Varlo.vst3 that is there already is replaced) and renders the
-demo recording through it into dist/demo.wav. The factory presets go among this user's presets, in folders
+dist/, installs the plug-in in ~/.vst3 and ~/.lv2 (a Varlo that is there already is replaced) and renders
+the demo recording through it into dist/demo.wav. The factory presets go among this user's presets, in folders
 of their own; presets that are there already stay as they are. Where there is a display, opens the program
 at the end and leaves it open. Installs the Debian or Ubuntu packages that the build lacks.
 
@@ -39,8 +39,13 @@ for argument in "$@"; do
 done
 
 [ -n "${HOME:-}" ] || fail "HOME is not set, so there is no folder to install the plug-in in"
-user_plugins=$HOME/.vst3
-[ "$(uname)" != Darwin ] || user_plugins=$HOME/Library/Audio/Plug-Ins/VST3
+user_vst3=$HOME/.vst3
+user_lv2=$HOME/.lv2
+
+if [ "$(uname)" = Darwin ]; then
+    user_vst3=$HOME/Library/Audio/Plug-Ins/VST3
+    user_lv2=$HOME/Library/Audio/Plug-Ins/LV2
+fi
 
 machine_data=/usr/share/Corvane/Varlo
 user_data=$HOME/.local/share/Corvane/Varlo
@@ -71,13 +76,14 @@ prepare_machine "$install" "build Varlo" "$build_packages" "$build_tools"
 configure_release
 
 say "Building"
-cmake --build --preset release --target Varlo_VST3 Varlo_Standalone varlo_render
+cmake --build --preset release --target Varlo_VST3 Varlo_LV2 Varlo_Standalone varlo_render
 
 # Anew each time, so that nothing of an older bundle stays.
-rm -rf dist/Varlo dist/Varlo.app dist/Varlo.vst3
+rm -rf dist/Varlo dist/Varlo.app dist/Varlo.vst3 dist/Varlo.lv2
 cmake --install build/release --component varlo --prefix dist >/dev/null
 
-install_for_user dist/Varlo.vst3 "$user_plugins/Varlo.vst3"
+install_for_user dist/Varlo.vst3 "$user_vst3/Varlo.vst3"
+install_for_user dist/Varlo.lv2 "$user_lv2/Varlo.lv2"
 
 given_presets="none copied for you"
 [ "$presets" = no ] || given_presets=$(give_presets resources/presets "$machine_data" "$user_data/presets")
@@ -91,11 +97,12 @@ program=$root/dist/Varlo
 
 cat <<EOF
 
-Plug-in: $root/dist/Varlo.vst3, installed for you as $user_plugins/Varlo.vst3
+Plug-in: $root/dist/Varlo.vst3, installed for you as $user_vst3/Varlo.vst3
+         $root/dist/Varlo.lv2, the same for hosts of LV2, as $user_lv2/Varlo.lv2
 Demo:    $root/dist/demo.wav, a guitar with an echo every 250 ms, made by $root/dist/varlo-render
 Presets: $given_presets
 Program: $program, Varlo without a host; its input is muted until you open it under Options
-Next:    let your host scan its VST3 plug-ins again, then put Varlo (by Corvane) on a track
+Next:    let your host scan its plug-ins again, then put Varlo (by Corvane) on a track
 EOF
 
 [ "$open" = yes ] || exit 0

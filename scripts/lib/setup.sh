@@ -17,7 +17,7 @@ trap 'printf "%s: stopped at line %s: the command there failed\n" "$command_name
 build_packages="g++ cmake ninja-build ccache pkg-config
     libfreetype-dev libfontconfig1-dev libcurl4-openssl-dev libasound2-dev
     libx11-dev libxcomposite-dev libxcursor-dev libxext-dev libxinerama-dev libxrandr-dev libxrender-dev
-    libpng-dev libjpeg-dev zlib1g-dev libflac-dev libvorbis-dev libogg-dev libsamplerate0-dev"
+    libjack-jackd2-dev libpng-dev libjpeg-dev zlib1g-dev libflac-dev libogg-dev libsamplerate0-dev"
 test_packages="libgtest-dev libgmock-dev libbenchmark-dev libebur128-dev libxtst-dev liblilv-dev sordi locales valgrind xvfb xauth"
 fuzz_packages="clang libclang-rt-dev"
 lint_packages="clang-format clang-tidy shellcheck"

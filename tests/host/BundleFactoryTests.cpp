@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <juce_core/juce_core.h>
 
-#include <dlfcn.h>
-#include <link.h>
 #include <regex>
 
 namespace cv::varlo
@@ -41,42 +39,6 @@ juce::var readModuleInfo()
     const auto file = juce::File (VARLO_BUNDLE).getChildFile ("Contents/Resources/moduleinfo.json");
     const auto text = std::regex_replace (file.loadFileAsString().toStdString(), std::regex (",(\\s*[\\]}])"), "$1");
     return juce::JSON::parse (juce::String (text));
-}
-
-/** The libraries that the bundle's binary names as its own needs; the bundle is loaded already. */
-juce::StringArray findNeededLibraries()
-{
-    auto* const library = dlopen (VARLO_BUNDLE_BINARY, RTLD_NOW | RTLD_NOLOAD);
-    link_map* map = nullptr;
-
-    if (library == nullptr || dlinfo (library, RTLD_DI_LINKMAP, &map) != 0)
-        return {};
-
-    const char* names = nullptr;
-
-    for (const auto* entry = map->l_ld; entry->d_tag != DT_NULL; ++entry)
-        if (entry->d_tag == DT_STRTAB)
-            names = reinterpret_cast<const char*> (entry->d_un.d_ptr);
-
-    juce::StringArray result;
-
-    for (const auto* entry = map->l_ld; entry->d_tag != DT_NULL; ++entry)
-        if (entry->d_tag == DT_NEEDED)
-            result.add (names + entry->d_un.d_val);
-
-    dlclose (library);
-    return result;
-}
-
-TEST (BundleFactory, BinaryNeedsNoSoundSystem)
-{
-    // The standalone does, and is made of the same archive.
-    const LoadedBundle bundle;
-    ASSERT_NE (bundle.getFactory(), nullptr);
-
-    const auto libraries = findNeededLibraries().joinIntoString (" ");
-    EXPECT_TRUE (libraries.contains ("libc.so")) << libraries;
-    EXPECT_FALSE (libraries.contains ("libasound")) << libraries;
 }
 
 TEST (BundleFactory, HasThreeClassesUnderTheirFixedIds)

@@ -25,7 +25,7 @@ juce::AudioBuffer<float> readDemo()
 {
     juce::AudioFormatManager formats;
     formats.registerBasicFormats();
-    const juce::File file (VARLO_RESOURCES "/demo/guit_e_fifths.flac");
+    const juce::File file (VARLO_DEMO);
     const std::unique_ptr<juce::AudioFormatReader> reader (formats.createReaderFor (file));
 
     if (reader == nullptr)

@@ -39,6 +39,22 @@ bool isWebAddress (const juce::String& address)
     return address.startsWithIgnoreCase ("http://") || address.startsWithIgnoreCase ("https://");
 }
 
+/** JUCE loads the network library when it is first used, and takes for granted that it is there. */
+bool isNetworkThere()
+{
+#if JUCE_LOAD_CURL_SYMBOLS_LAZILY && (JUCE_LINUX || JUCE_BSD)
+    // The names that JUCE tries.
+    for (const auto* name :
+         { "libcurl.so", "libcurl.so.4", "libcurl.so.3", "libcurl-gnutls.so.4", "libcurl-gnutls.so.3" })
+        if (juce::DynamicLibrary library; library.open (name))
+            return true;
+
+    return false;
+#else
+    return true;
+#endif
+}
+
 /** Whether a text begins with the name of a scheme, as all addresses do that aren't relative. */
 bool hasScheme (const juce::String& location)
 {
@@ -91,6 +107,9 @@ private:
     /** Follows redirects by itself: the network library would take some of them to other protocols. */
     std::optional<juce::String> read()
     {
+        if (! isNetworkThere())
+            return {};
+
         std::optional address (url);
 
         for (auto numRedirects = 0; address.has_value() && numRedirects <= maxRedirects; ++numRedirects)

@@ -75,13 +75,58 @@ TEST_F (StandaloneTest, OpensItsWindowAndEndsWhenItIsClosed)
     EXPECT_TRUE (home.getFile (".config/Varlo.settings").existsAsFile());
 }
 
-TEST_F (StandaloneTest, EndsWellWhenItIsInterrupted)
+/** A session that ends, a terminal that is closed, a key. */
+TEST_F (StandaloneTest, KeepsItsStateWhenASignalEndsIt)
 {
-    test::Program program (executable, home.getFolder());
-    ASSERT_NE (waitForWindow (program), 0u) << program.getText();
+    const auto settings = home.getFile (".config/Varlo.settings");
 
-    program.sendSignal (SIGINT);
-    expectGoodEnd (program);
+    for (const auto signal : { SIGINT, SIGTERM, SIGHUP })
+    {
+        SCOPED_TRACE (signal);
+        settings.deleteFile();
+        test::Program program (executable, home.getFolder());
+        ASSERT_NE (waitForWindow (program), 0u) << program.getText();
+
+        program.sendSignal (signal);
+        expectGoodEnd (program);
+        EXPECT_TRUE (settings.loadFileAsString().contains ("filterState")) << settings.loadFileAsString();
+    }
+}
+
+/** The environment variable `name` with another value, or without one, for as long as this lives. */
+class Variable
+{
+public:
+    Variable (const char* nameToUse, const char* value)
+        : name (nameToUse)
+        , former (juce::SystemStats::getEnvironmentVariable (name, {}))
+    {
+        if (value != nullptr)
+            setenv (name, value, 1);
+        else
+            unsetenv (name);
+    }
+
+    ~Variable() { setenv (name, former.toRawUTF8(), 1); }
+
+private:
+    const char* const name;
+    const juce::String former;
+};
+
+TEST_F (StandaloneTest, SaysThatThereIsNoDisplay)
+{
+    {
+        const Variable display ("DISPLAY", nullptr);
+        test::Program program (executable, home.getFolder());
+        EXPECT_EQ (program.waitForEnd (limitMilliseconds), std::optional (1));
+        EXPECT_EQ (program.getText(), "varlo: no display: DISPLAY is not set\n");
+    }
+
+    const Variable display ("DISPLAY", ":9999");
+    test::Program program (executable, home.getFolder());
+    EXPECT_EQ (program.waitForEnd (limitMilliseconds), std::optional (1));
+    EXPECT_EQ (program.getText(), "varlo: no display: there is no X server at \":9999\"\n");
 }
 } // namespace
 } // namespace cv::varlo

@@ -159,6 +159,7 @@ const std::vector<Option>& getOptions()
         { "--mono", false, [] (auto& line, auto&) { line.mixToMono = true; } },
         { "--quiet", false, [] (auto& line, auto&) { line.quiet = true; } },
         { "--list", false, [] (auto& line, auto&) { line.action = Action::listParameters; } },
+        { "--json", false, [] (auto& line, auto&) { line.asJson = true; } },
         { "--check-display", false, [] (auto& line, auto&) { line.action = Action::checkDisplay; } }
     };
 
@@ -209,7 +210,7 @@ void checkRenderFiles (const CommandLine& line, const juce::StringArray& inputs)
         throw UsageError ("no input file; --help shows how to call this program");
 
     if (inputs.size() > 1)
-        throw UsageError ("one input file at a time: what is \"" + inputs[1] + "\"?");
+        throw UsageError ("several input files need -o with a folder that exists");
 
     if (line.output == juce::File() && ! line.editorPicture)
         throw UsageError ("no output file: name one with -o");
@@ -220,6 +221,22 @@ void checkRenderFiles (const CommandLine& line, const juce::StringArray& inputs)
 
     if (line.sampleFormat == SampleFormat::float32 && line.output.hasFileExtension ("flac"))
         throw UsageError ("--bits 32f is for WAV files; FLAC holds 16 or 24 bits");
+}
+
+/** A folder may have a name that ends like a file's: that is the output of one input still. */
+bool takesFolder (const CommandLine& line, const juce::StringArray& inputs)
+{
+    return line.output != juce::File() && line.output.isDirectory() && ! inputs.isEmpty()
+           && (inputs.size() > 1 || ! line.output.hasFileExtension ("wav;flac"));
+}
+
+void checkFolder (const CommandLine& line)
+{
+    if (line.editorPicture || line.editorSize)
+        throw UsageError ("--editor-png is for one input file and an output that is no folder");
+
+    if (line.stateToSave)
+        throw UsageError ("--save-state is for one input file and an output that is no folder");
 }
 
 void checkEditor (const CommandLine& line)
@@ -295,6 +312,9 @@ CommandLine CommandLine::parse (const juce::StringArray& arguments)
         }
     }
 
+    if (line.asJson && line.action != Action::listParameters)
+        throw UsageError ("--json is for --list");
+
     if (line.action != Action::render)
         return line;
 
@@ -304,47 +324,40 @@ CommandLine CommandLine::parse (const juce::StringArray& arguments)
         return line;
     }
 
+    checkAutomation (line);
+
+    if (takesFolder (line, inputs))
+    {
+        checkFolder (line);
+
+        for (const auto& input : inputs)
+            line.inputsForFolder.push_back (toFile (input));
+
+        return line;
+    }
+
     checkRenderFiles (line, inputs);
     checkEditor (line);
-    checkAutomation (line);
     line.input = toFile (inputs[0]);
     return line;
 }
 
-juce::String CommandLine::getHelp()
+std::vector<CommandLine> CommandLine::forEachInput() const
 {
-    return R"(Renders an audio file through a VST3 plug-in.
+    if (inputsForFolder.empty())
+        return { *this };
 
-  varlo-render INPUT -o OUTPUT [options]
-  varlo-render INPUT --editor-png FILE [-o OUTPUT] [options]
-  varlo-render --save-state FILE [options]
-  varlo-render --list [--plugin PATH]
+    std::vector<CommandLine> lines;
 
-INPUT is a WAV, AIFF or FLAC file, mono or stereo; OUTPUT ends in .wav or .flac.
+    for (const auto& file : inputsForFolder)
+    {
+        auto& line = lines.emplace_back (*this);
+        line.inputsForFolder.clear();
+        line.input = file;
+        line.output = output.getChildFile (file.getFileNameWithoutExtension() + ".wav");
+        line.outputName = juce::File::addTrailingSeparator (outputName) + line.output.getFileName();
+    }
 
-  -o OUTPUT             where the result goes; an existing file is replaced at the end
-  --plugin PATH         the VST3 bundle (default: Varlo.vst3 beside this program, then in ~/.vst3)
-  --load-state FILE     starts from a state that --save-state has written
-  --preset FILE         starts from a preset file, .cvpreset; after --load-state where both are given
-  --set NAME=VALUE      a parameter's value as the plug-in shows it: Delay=375, "Feedback=60 %"
-  --automate NAME=SECONDS:VALUE,SECONDS:VALUE...
-                        straight lines between these points, heard in steps of one block
-  --save-state FILE     writes the plug-in's state, as projects keep it, at the end
-  --tail SECONDS        how much is rendered after the input's end, 0 to 3600 (default: 5)
-  --block N             samples per block, 1 to 65536 (default: 512)
-  --rate HZ             the rate to render at, 8000 to 384000 (default: the input's)
-  --editor-png FILE     plays INPUT with the plug-in's editor on the screen, as fast as it sounds, and
-                        writes what the editor shows at the end, as a .png; needs an X display and
-                        --block of up to 4096
-  --editor-size WxH     the editor's size in pixels; the plug-in may take the nearest that it allows
-  --mono                mixes a stereo input down and renders mono
-  --bits 16|24|32f      the output's sample format (default: 24; 32f is for WAV)
-  --list                renders nothing: prints the plug-in's parameters with ranges and defaults
-  --check-display       renders nothing: ends with 0 if --editor-png has a display to open, else with 1
-  --quiet               prints nothing but errors
-  --help, --version
-
-Exit codes: 0 done, 1 failed, 2 command line not understood, 130 interrupted.
-)";
+    return lines;
 }
 } // namespace cv::render

@@ -52,6 +52,9 @@ struct CommandLine
 
     juce::File input;
 
+    /** All inputs, where each of them goes into the folder that `output` is; forEachInput() tells them apart. */
+    std::vector<juce::File> inputsForFolder;
+
     /** No file where only the editor's picture is asked for. */
     juce::File output;
 
@@ -88,10 +91,16 @@ struct CommandLine
 
     bool mixToMono = false;
     bool quiet = false;
+
+    /** The list of parameters is for programs. */
+    bool asJson = false;
     SampleFormat sampleFormat = SampleFormat::integer24;
 
     /** Reads main()'s arguments without the program's name. Throws UsageError. */
     static CommandLine parse (const juce::StringArray& arguments);
+
+    /** This line once for each of its renders, with one input and one output. */
+    std::vector<CommandLine> forEachInput() const;
 
     /** The text of --help, several lines. */
     static juce::String getHelp();

@@ -18,13 +18,28 @@ namespace cv::render
 {
 namespace
 {
+/** Once each, however many inputs there are. */
+void printWarnings (const juce::StringArray& warnings)
+{
+    static juce::StringArray printed;
+
+    for (const auto& warning : warnings)
+        if (printed.addIfNotAlreadyThere (warning))
+            std::cerr << "varlo-render: warning: " << warning << std::endl;
+}
+
 void applySettings (const PluginHost& host, const CommandLine& line)
 {
+    const auto doubts = line.preset ? PluginState::findDoubtsInPreset (*line.preset, host) : juce::StringArray();
+
     if (line.stateToLoad)
         PluginState::fromFile (*line.stateToLoad, host).applyTo (host);
 
     if (line.preset)
+    {
         PluginState::fromPreset (*line.preset, host).applyTo (host);
+        printWarnings (doubts);
+    }
 
     for (const auto& setting : line.settings)
     {
@@ -185,6 +200,60 @@ void render (const CommandLine& line)
                   << " pixels" << std::endl;
 }
 
+int printError (const juce::String& message, int exitCode)
+{
+    std::cerr << "varlo-render: " << message.replaceCharacters ("\r\n", "  ") << std::endl;
+    return exitCode;
+}
+
+/** No result may take the place of another one, or of an input. */
+void checkResultsDiffer (const std::vector<CommandLine>& lines)
+{
+    for (const auto& line : lines)
+    {
+        for (const auto& other : lines)
+            if (areSameFile (line.output, other.input))
+                throw UsageError (line.outputName + " would replace an input");
+
+        for (const auto* other = lines.data(); other != &line; ++other)
+            if (areSameFile (line.output, other->output))
+                throw UsageError ("two inputs would become " + line.outputName);
+    }
+}
+
+/** Renders each input. One that can't be rendered is told at once and keeps no other from its turn. Gives the exit
+    code.
+*/
+int renderEach (const CommandLine& all)
+{
+    if (all.inputsForFolder.empty())
+    {
+        render (all);
+        return 0;
+    }
+
+    const auto lines = all.forEachInput();
+    checkResultsDiffer (lines);
+    auto exitCode = 0;
+
+    for (const auto& line : lines)
+    {
+        try
+        {
+            render (line);
+        }
+        catch (const RenderError& error)
+        {
+            if (error.getExitCode() == RenderError::interruptedExitCode)
+                throw;
+
+            exitCode = printError (juce::String::fromUTF8 (error.what()), error.getExitCode());
+        }
+    }
+
+    return exitCode;
+}
+
 void saveState (const CommandLine& line)
 {
     TemporaryOutput::checkTarget (*line.stateToSave);
@@ -193,7 +262,7 @@ void saveState (const CommandLine& line)
     PluginState::of (host).write (*line.stateToSave);
 }
 
-void run (const CommandLine& line)
+int run (const CommandLine& line)
 {
     switch (line.action)
     {
@@ -204,8 +273,12 @@ void run (const CommandLine& line)
             std::cout << "varlo-render " << VARLO_RENDER_VERSION << "\n";
             break;
         case CommandLine::Action::listParameters:
-            std::cout << makeParameterTable (PluginHost (line.plugin).getInstance());
+        {
+            const PluginHost host (line.plugin);
+            std::cout << (line.asJson ? makeParameterJson (host.getInstance())
+                                      : makeParameterTable (host.getInstance()));
             break;
+        }
         case CommandLine::Action::checkDisplay:
             DisplayConnection();
             break;
@@ -213,9 +286,10 @@ void run (const CommandLine& line)
             saveState (line);
             break;
         case CommandLine::Action::render:
-            render (line);
-            break;
+            return renderEach (line);
     }
+
+    return 0;
 }
 
 /** Arguments are UTF-8, whatever the locale. */
@@ -239,11 +313,6 @@ void speakEnglish()
 #endif
 }
 
-int printError (const juce::String& message, int exitCode)
-{
-    std::cerr << "varlo-render: " << message.replaceCharacters ("\r\n", "  ") << std::endl;
-    return exitCode;
-}
 } // namespace
 } // namespace cv::render
 
@@ -260,9 +329,9 @@ int main (int argc, char** argv)
     {
         // Hosting needs a message thread, which is this one; without an editor no display is opened.
         const juce::ScopedJuceInitialiser_GUI juceInitialiser;
-        run (CommandLine::parse (toStrings (argc - 1, argv + 1)));
+        const auto exitCode = run (CommandLine::parse (toStrings (argc - 1, argv + 1)));
         throwIfOutputWasLost();
-        return 0;
+        return exitCode;
     }
     catch (const RenderError& error)
     {

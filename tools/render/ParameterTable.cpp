@@ -39,4 +39,14 @@ juce::String makeParameterTable (const juce::AudioProcessor& plugin)
 
     return table;
 }
+
+juce::String makeParameterJson (const juce::AudioProcessor& plugin)
+{
+    juce::Array<juce::var> list;
+
+    for (auto* parameter : plugin.getParameters())
+        list.add (ParameterText (*parameter).describe());
+
+    return juce::JSON::toString (list) + "\n";
+}
 } // namespace cv::render

@@ -43,6 +43,28 @@ juce::String ParameterText::getDefault() const
     return textOf (parameter.getDefaultValue());
 }
 
+juce::var ParameterText::describe() const
+{
+    auto* const object = new juce::DynamicObject();
+    const juce::var result (object);
+    object->setProperty ("name", getName());
+
+    if (const auto start = NumberText::parse (getDefault()); choices.isEmpty() && start)
+    {
+        object->setProperty ("minimum", low->number);
+        object->setProperty ("maximum", high->number);
+        object->setProperty ("default", start->number);
+        object->setProperty ("unit", high->unit);
+    }
+    else
+    {
+        object->setProperty ("choices", choices);
+        object->setProperty ("default", getDefault());
+    }
+
+    return result;
+}
+
 float ParameterText::toNormalised (const juce::String& typed) const
 {
     return choices.isEmpty() ? numberToNormalised (typed) : choiceToNormalised (typed);

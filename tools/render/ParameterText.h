@@ -24,6 +24,9 @@ public:
 
     juce::String getDefault() const;
 
+    /** Name, range and default as the object that makeParameterJson() tells of. */
+    juce::var describe() const;
+
     /** True for a switch and a choice: values between two steps mean nothing. */
     bool isStepped() const noexcept { return parameter.isDiscrete(); }
 

@@ -13,20 +13,23 @@ juce::File findDefaultBundle()
     // Unlike the path that the program was called by, this one also holds for a call through PATH or
     // through a symbolic link.
     const auto program = juce::File::getSpecialLocation (juce::File::hostApplicationPath);
-    const auto beside = program.getSiblingFile (defaultBundleName);
+    const auto folder = program.getParentDirectory();
+    juce::StringArray tried;
 
-    if (beside.exists())
-        return beside;
+    // Packages put the program into bin and the bundle into lib/vst3 of the same folder.
+    for (const auto& place : { folder, folder.getSiblingFile ("lib/vst3"),
+                               juce::File::getSpecialLocation (juce::File::userHomeDirectory).getChildFile (".vst3"),
+                               juce::File ("/usr/local/lib/vst3"), juce::File ("/usr/lib/vst3") })
+    {
+        const auto bundle = place.getChildFile (defaultBundleName);
 
-    const auto users = juce::File::getSpecialLocation (juce::File::userHomeDirectory)
-                           .getChildFile (".vst3")
-                           .getChildFile (defaultBundleName);
+        if (bundle.exists())
+            return bundle;
 
-    if (users.exists())
-        return users;
+        tried.addIfNotAlreadyThere (bundle.getFullPathName());
+    }
 
-    throw RenderError ("no plug-in: neither " + beside.getFullPathName() + " nor " + users.getFullPathName()
-                       + " exists; name one with --plugin");
+    throw RenderError ("no plug-in: none of " + tried.joinIntoString (", ") + " exists; name one with --plugin");
 }
 
 /** JUCE takes for granted that a bundle's binary loads and is a plug-in; look before. */

@@ -1,5 +1,6 @@
 #include "PluginState.h"
 
+#include "NumberText.h"
 #include "RenderError.h"
 #include "TemporaryOutput.h"
 
@@ -15,6 +16,10 @@ namespace
 const juce::String componentElement = "IComponent";
 
 constexpr juce::uint32 bytesAroundText = 9;
+
+const juce::Identifier valuesElement ("PARAMS");
+const juce::Identifier idAttribute ("id");
+const juce::Identifier valueAttribute ("value");
 
 const juce::String notAState = "not a saved state: ";
 const juce::String notAPreset = "not a preset: ";
@@ -110,6 +115,40 @@ PluginState PluginState::fromPreset (const juce::File& file, const PluginHost& h
     juce::MemoryBlock chunk;
     juce::AudioProcessor::copyXmlToBinary (*xml, chunk);
     return PluginState (std::move (chunk));
+}
+
+juce::StringArray PluginState::findDoubtsInPreset (const juce::File& file, const PluginHost& host)
+{
+    const auto xml = pluginCore::readPresetFile (file);
+    const auto own = parse (of (host).chunk);
+    const auto* const ownValues = own != nullptr ? own->getChildByName (valuesElement) : nullptr;
+
+    if (xml == nullptr || ownValues == nullptr)
+        return {};
+
+    juce::StringArray ids, doubts;
+
+    for (const auto* value : ownValues->getChildIterator())
+        ids.add (value->getStringAttribute (idAttribute));
+
+    if (const auto* const values = xml->getChildByName (valuesElement))
+    {
+        for (const auto* value : values->getChildIterator())
+        {
+            const auto id = value->getStringAttribute (idAttribute);
+            const auto text = value->getStringAttribute (valueAttribute);
+
+            if (! ids.contains (id))
+                doubts.add ("no parameter has the id " + id.quoted() + "; there are " + ids.joinIntoString (", "));
+            else if (! parseNumber (text))
+                doubts.add ("the value of " + id + " is no number: " + text.quoted());
+        }
+    }
+
+    for (auto& doubt : doubts)
+        doubt = file.getFullPathName() + ": " + doubt.replaceCharacters ("\r\n", "  ");
+
+    return doubts;
 }
 
 void PluginState::applyTo (const PluginHost& host) const

@@ -19,6 +19,12 @@ public:
     */
     static PluginState fromPreset (const juce::File&, const PluginHost&);
 
+    /** What in a preset file the plug-in passes over: values of parameters that it hasn't, or that are no numbers.
+        A sentence for each, none for what is no preset. To be asked before a state goes to the plug-in, which keeps
+        what it doesn't know.
+    */
+    static juce::StringArray findDoubtsInPreset (const juce::File&, const PluginHost&);
+
     /** Hands the state to the plug-in, as a host does that opens a project. Message thread. */
     void applyTo (const PluginHost&) const;
 

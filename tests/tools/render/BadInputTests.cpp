@@ -159,7 +159,7 @@ TEST_F (BadInput, CommandLineMustNameOneInputAndOneOutput)
 {
     expectError ({}, "no input file", 2);
     expectError ({ input.getFullPathName() }, "name one with -o", 2);
-    expectRenderError ({ "second.wav" }, "one input file at a time", 2);
+    expectRenderError ({ "second.wav" }, "several input files need -o with a folder", 2);
 }
 
 TEST_F (BadInput, OptionsThatAreUnknownOrLackTheirValueAreRefused)
@@ -243,10 +243,24 @@ TEST_F (BadInput, WithoutAnyPluginThePlacesThatWereSearchedAreNamed)
     RenderProcess::Options options;
     options.useBuiltBundle = false;
     options.environment["HOME"] = scratch.getFolder().getFullPathName().toStdString();
-    const auto result = RenderProcess::run ({ "--list" }, options);
+    const juce::String inLibraries ("lib/vst3/Varlo.vst3");
 
+    for (const auto* prefix : { "/usr", "/usr/local" })
+        if (juce::File (prefix).getChildFile (inLibraries).exists())
+            GTEST_SKIP() << "there is one in " << prefix;
+
+    const auto result = RenderProcess::run ({ "--list" }, options);
     EXPECT_EQ (result.exitCode, 1);
-    EXPECT_TRUE (result.errors.contains (scratch.getFile (".vst3/Varlo.vst3").getFullPathName())) << result.errors;
+
+    for (const auto& place :
+         { scratch.getFile (".vst3/Varlo.vst3").getFullPathName(), "/usr/" + inLibraries, "/usr/local/" + inLibraries,
+           juce::File (VARLO_RENDER).getParentDirectory().getSiblingFile (inLibraries).getFullPathName() })
+        EXPECT_TRUE (result.errors.contains (place)) << place << " in " << result.errors;
+}
+
+TEST_F (BadInput, JsonIsForTheListAlone)
+{
+    expectRenderError ({ "--json" }, "--json is for --list", 2);
 }
 } // namespace
 } // namespace cv::render

@@ -1,5 +1,7 @@
 #include "tools/render/RenderTestSupport.h"
 
+#include <regex>
+
 namespace cv::render
 {
 namespace
@@ -74,6 +76,49 @@ TEST_F (Console, ListShowsTheParametersInHostOrder)
                                                              "Lowpass    20 Hz to 20000 Hz     5000 Hz\n"
                                                              "Resonance  0 % to 100 %          0 %\n"
                                                              "Bypass     Off, On               Off\n");
+}
+
+TEST_F (Console, ListForProgramsSaysTheSame)
+{
+    const auto list = juce::JSON::parse (RenderProcess::runWell ({ "--list", "--json" }).output);
+    ASSERT_EQ (list.size(), 7);
+
+    const auto& delay = list[2];
+    EXPECT_EQ (delay["name"].toString(), "Delay");
+    EXPECT_EQ ((double) delay["minimum"], 1.0);
+    EXPECT_EQ ((double) delay["maximum"], 10000.0);
+    EXPECT_EQ ((double) delay["default"], 1000.0);
+    EXPECT_EQ (delay["unit"].toString(), "ms");
+
+    const auto& bypass = list[6];
+    EXPECT_EQ (bypass["name"].toString(), "Bypass");
+    EXPECT_EQ (bypass["choices"][1].toString(), "On");
+    EXPECT_EQ (bypass["default"].toString(), "Off");
+}
+
+/** Each option with its two dashes, out of a text in which others stand too. */
+juce::StringArray findOptions (const juce::String& text)
+{
+    juce::StringArray options;
+    const auto all = text.toStdString();
+    const std::regex option ("--[a-z][a-z-]*[a-z]");
+
+    for (std::sregex_iterator match (all.begin(), all.end(), option), end; match != end; ++match)
+        options.addIfNotAlreadyThere (juce::String (match->str()));
+
+    options.sort (false);
+    return options;
+}
+
+TEST_F (Console, ManualAndCompletionKnowTheOptionsOfTheHelp)
+{
+    const auto options = findOptions (RenderProcess::runWell ({ "--help" }).output);
+    ASSERT_GT (options.size(), 15);
+
+    const auto packaging = juce::File (VARLO_TEST_FOLDER).getSiblingFile ("packaging/linux");
+    const auto manual = packaging.getChildFile ("man/varlo-render.1").loadFileAsString().removeCharacters ("\\");
+    EXPECT_EQ (findOptions (manual), options);
+    EXPECT_EQ (findOptions (packaging.getChildFile ("varlo-render.bash").loadFileAsString()), options);
 }
 
 TEST_F (Console, ListRendersNothing)

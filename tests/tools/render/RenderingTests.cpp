@@ -103,5 +103,61 @@ TEST_F (Rendering, InputMayBeLongerThanTheBlocksThatItIsReadIn)
             renderWell ({ "--block", length, "--set", "Mix=0", "--tail", "0", "--bits", "32f" }).samples, longNoise))
             << length;
 }
+
+TEST_F (Rendering, SeveralInputsGoIntoAFolder)
+{
+    const auto folder = scratch.getFile ("out");
+    folder.createDirectory();
+    const auto second = scratch.getFile ("second.aiff");
+    juce::AiffAudioFormat aiff;
+    AudioFile::write (aiff, second, cv::test::makeNoise (1, 1000, 0.25f), 48000, 24);
+
+    const juce::StringArray settings { "--set", "Delay=20", "--tail", "0.5", "--bits", "32f" };
+    juce::StringArray arguments { input.getFullPathName(), second.getFullPathName(), "-o", folder.getFullPathName() };
+    arguments.addArray (settings);
+    const auto result = RenderProcess::runWell (arguments);
+
+    for (const auto& file : { input, second })
+    {
+        auto alone = settings;
+        alone.addArray ({ file.getFullPathName(), "-o", output.getFullPathName() });
+        RenderProcess::runWell (alone);
+        const auto rendered = folder.getChildFile (file.getFileNameWithoutExtension() + ".wav");
+        EXPECT_TRUE (result.output.contains (rendered.getFullPathName() + ": ")) << result.output;
+        EXPECT_TRUE (rendered.hasIdenticalContentTo (output)) << rendered.getFullPathName();
+    }
+}
+
+TEST_F (Rendering, AnInputThatFailsKeepsNoOtherFromItsTurn)
+{
+    const auto folder = scratch.getFile ("out");
+    folder.createDirectory();
+    const auto missing = scratch.getFile ("missing.wav");
+    const auto result = RenderProcess::run (
+        { missing.getFullPathName(), input.getFullPathName(), "-o", folder.getFullPathName(), "--quiet" });
+
+    EXPECT_EQ (result.exitCode, 1);
+    EXPECT_EQ (result.errors, "varlo-render: no such file: " + missing.getFullPathName() + "\n");
+    EXPECT_TRUE (folder.getChildFile ("input.wav").existsAsFile());
+    EXPECT_EQ (folder.getNumberOfChildFiles (juce::File::findFilesAndDirectories), 1);
+}
+
+TEST_F (Rendering, NoResultReplacesAnInputOrAnotherResult)
+{
+    const auto folder = scratch.getFolder().getFullPathName();
+    expectError ({ input.getFullPathName(), "-o", folder }, "input.wav would replace an input", 2);
+
+    const auto other = scratch.getFile ("other");
+    other.createDirectory();
+    const auto same = other.getChildFile ("input.aiff");
+    input.copyFileTo (same);
+    const auto out = scratch.getFile ("out");
+    out.createDirectory();
+    expectError ({ input.getFullPathName(), same.getFullPathName(), "-o", out.getFullPathName() },
+                 "two inputs would become", 2);
+
+    for (const auto* option : { "--save-state", "--editor-png" })
+        expectError ({ input.getFullPathName(), "-o", out.getFullPathName(), option, "x.png" }, "is for one input", 2);
+}
 } // namespace
 } // namespace cv::render

@@ -10,6 +10,7 @@ set -Eeuo pipefail
 usage() {
     cat <<EOF
 usage: $command_name [--no-install] [--no-presets] [--no-open]
+       $command_name --uninstall
 
 Builds the Varlo plug-in, the same as a program of its own and the offline host varlo-render into
 dist/, installs the plug-in in ~/.vst3 and ~/.lv2 (a Varlo that is there already is replaced) and renders
@@ -20,6 +21,8 @@ at the end and leaves it open. Installs the Debian or Ubuntu packages that the b
   --no-install   install no packages: list what lacks and stop
   --no-presets   copy no presets
   --no-open      open no window at the end
+  --uninstall    take away the plug-in that this script has installed for you, and nothing else: no presets,
+                 settings or states
   -h, --help     show this text
 EOF
 }
@@ -27,12 +30,14 @@ EOF
 install=yes
 presets=yes
 open=yes
+uninstall=
 
 for argument in "$@"; do
     case $argument in
         --no-install) install=no ;;
         --no-presets) presets=no ;;
         --no-open) open=no ;;
+        --uninstall) uninstall=yes ;;
         -h|--help) usage; exit 0 ;;
         *) echo "$command_name: unknown option '$argument' (see --help)" >&2; exit 2 ;;
     esac
@@ -69,6 +74,38 @@ install_for_user() {
     mv "$staging/new" "$2"
     rm -rf "$staging"
 }
+
+# remove_for_user BUNDLE: a host that scans meanwhile never finds half a bundle.
+remove_for_user() {
+    local staging
+    [ -e "$1" ] || [ -L "$1" ] || return 0
+
+    staging=$(mktemp -d "$(dirname "$1")/.varlo.XXXXXX")
+    mv "$1" "$staging/old"
+    rm -rf "$staging"
+    removed="$removed $1"
+}
+
+if [ -n "$uninstall" ]; then
+    removed=
+    remove_for_user "$user_vst3/Varlo.vst3"
+    remove_for_user "$user_lv2/Varlo.lv2"
+
+    if [ -n "$removed" ]; then
+        say "Removed:$removed"
+    else
+        say "There was no Varlo in $user_vst3 or $user_lv2"
+    fi
+
+    say "Presets: $(take_presets "$root/resources/presets" "$user_data/presets")"
+
+    for kept in "$HOME/.local/share/Corvane/Varlo" "$HOME/Library/Application Support/Corvane/Varlo" \
+            "$HOME/Corvane/Varlo" "$HOME/.config/Varlo.settings"; do
+        [ ! -e "$kept" ] || say "Left alone: $kept, which holds presets or settings of yours"
+    done
+
+    exit 0
+fi
 
 cd "$root"
 prepare_machine "$install" "build Varlo" "$build_packages" "$build_tools"

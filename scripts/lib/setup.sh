@@ -18,7 +18,9 @@ build_packages="g++ cmake ninja-build ccache pkg-config
     libfreetype-dev libfontconfig1-dev libcurl4-openssl-dev libasound2-dev
     libx11-dev libxcomposite-dev libxcursor-dev libxext-dev libxinerama-dev libxrandr-dev libxrender-dev
     libjack-jackd2-dev libpng-dev libjpeg-dev zlib1g-dev libflac-dev libogg-dev libsamplerate0-dev"
-test_packages="libgtest-dev libgmock-dev libbenchmark-dev libebur128-dev libxtst-dev liblilv-dev sordi locales valgrind xvfb xauth"
+test_packages="libgtest-dev libgmock-dev libbenchmark-dev libebur128-dev libxtst-dev liblilv-dev lilv-utils sordi fakeroot
+    locales valgrind xvfb xauth"
+package_packages="dpkg-dev lintian desktop-file-utils appstream"
 fuzz_packages="clang libclang-rt-dev"
 lint_packages="clang-format clang-tidy shellcheck"
 

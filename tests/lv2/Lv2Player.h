@@ -106,6 +106,8 @@ public:
 
     LilvInstance* getInstance() const noexcept { return instance; }
 
+    UriNumbers& getUriNumbers() noexcept { return uris; }
+
 private:
     void connect();
     const LV2_State_Interface& getStateInterface() const;

@@ -26,8 +26,8 @@ expect() {
     failures=$((failures + 1))
 }
 
-# Weakly compressed, which only makes them larger.
-(cd "$build" && "$cpack" -D CPACK_DEBIAN_COMPRESSION_TYPE=gzip -B "$scratch/packages") >"$scratch/cpack.log" 2>&1 \
+# Weakly compressed, which only makes them larger; whoever packs may keep what they make to themselves.
+(umask 077 && cd "$build" && "$cpack" -D CPACK_DEBIAN_COMPRESSION_TYPE=gzip -B "$scratch/packages") >"$scratch/cpack.log" 2>&1 \
     || { cat "$scratch/cpack.log"; exit 1; }
 deb=$(echo "$scratch"/packages/varlo_*.deb)
 archive=$(echo "$scratch"/packages/varlo-*.tar.gz)
@@ -65,6 +65,9 @@ done
 "$root/usr/bin/varlo-render" "$recording" -o "$scratch/installed.wav" --preset "$own" --tail 1 --quiet
 expect "what is installed sounds as what is built" cmp "$scratch/built.wav" "$scratch/installed.wav"
 expect "hosts of LV2 find it" [ "$(LV2_PATH=$root/usr/lib/lv2 lv2ls)" = urn:corvane:varlo ]
+
+expect "everybody may look into all folders" \
+    [ -z "$(dpkg-deb --contents "$deb" | grep '^d' | grep -v '^drwxr-xr-x')" ]
 
 mapfile -t binaries < <(find "$root/usr/lib" "$root/usr/bin" -type f \( -name '*.so' -o -path '*/bin/*' \))
 expect "four binaries are installed" [ ${#binaries[@]} -eq 4 ]

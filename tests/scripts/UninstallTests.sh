@@ -22,7 +22,13 @@ mkdir -p "$vst3/Varlo.vst3/Contents" "$vst3/Other.vst3" "$lv2/Varlo.lv2" "$lv2/O
 echo kept | tee "$vst3/Varlo.vst3/Contents/file" "$vst3/Other.vst3/file" "$lv2/Varlo.lv2/file" "$lv2/Other.lv2/file" \
     "$presets/Own.cvpreset" >/dev/null
 
-expected=$(printf '%s\n' "$presets/Own.cvpreset" "$lv2/Other.lv2/file" "$vst3/Other.vst3/file" | sort)
+# One of ours that is still as it came, and one that the user has changed.
+delivered=$(dirname "$run")/../resources/presets/factory/Dub
+mkdir -p "$presets/Factory/Dub"
+cp "$delivered/Deep Cave.cvpreset" "$presets/Factory/Dub"
+echo changed > "$presets/Factory/Dub/Worn Tape.cvpreset"
+
+expected=$(printf '%s\n' "$presets/Factory/Dub/Worn Tape.cvpreset" "$presets/Own.cvpreset" "$lv2/Other.lv2/file" "$vst3/Other.vst3/file" | sort)
 
 # The second time there is nothing left to take away.
 for words in "Removed: $vst3/Varlo.vst3 $lv2/Varlo.lv2" "There was no Varlo"; do

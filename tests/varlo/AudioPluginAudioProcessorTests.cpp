@@ -73,15 +73,22 @@ TEST (AudioPluginAudioProcessor, KnowsItsVersionAndAddresses)
 
 TEST (AudioPluginAudioProcessor, VersionTextNamesTheFormatAndX64)
 {
-    juce::AudioProcessor::setTypeOfNextNewPlugin (juce::AudioProcessor::wrapperType_VST3);
-    ProcessorHarness harness;
-    juce::AudioProcessor::setTypeOfNextNewPlugin (juce::AudioProcessor::wrapperType_Undefined);
+    using Processor = juce::AudioProcessor;
+    juce::String processorName;
 
 #if JUCE_INTEL && JUCE_64BIT
-    EXPECT_EQ (harness.processor.getVersionDisplayText(), "v1.0.0 - VST3 (x64)");
-#else
-    EXPECT_EQ (harness.processor.getVersionDisplayText(), "v1.0.0 - VST3");
+    processorName = " (x64)";
 #endif
+
+    for (const auto& [wrapper, name] :
+         { std::pair (Processor::wrapperType_VST3, "VST3"), std::pair (Processor::wrapperType_LV2, "LV2"),
+           std::pair (Processor::wrapperType_Standalone, "Standalone") })
+    {
+        Processor::setTypeOfNextNewPlugin (wrapper);
+        ProcessorHarness harness;
+        Processor::setTypeOfNextNewPlugin (Processor::wrapperType_Undefined);
+        EXPECT_EQ (harness.processor.getVersionDisplayText(), "v1.0.0 - " + juce::String (name) + processorName);
+    }
 }
 
 TEST (AudioPluginAudioProcessor, HasOneBusEachWayStereoByDefault)

@@ -1,6 +1,7 @@
 // libpng, loaded when the first PNG picture is met: the glyphs of fonts in colour can be such. Linked in the usual way
 // it would keep the plug-in from loading where it lacks. Without it such a picture can't be read.
 
+#include <csetjmp>
 #include <dlfcn.h>
 #include <png.h>
 
@@ -31,6 +32,11 @@ void* find (const char* name)
 {
     static const Library library;
     return library.find (name);
+}
+
+void leave (png_structp png, png_const_charp)
+{
+    longjmp (*static_cast<jmp_buf*> (png_get_error_ptr (png)), 1);
 }
 } // namespace
 
@@ -99,10 +105,19 @@ extern "C"
                  int filter),
                 (png, info, width, height, depth, colour, interlace, compression, filter))
     CV_FORWARD (void, png_set_add_alpha, (png_structrp png, png_uint_32 filler, int flags), (png, filler, flags))
-    CV_FORWARD (void,
-                png_set_error_fn,
-                (png_structrp png, png_voidp context, png_error_ptr error, png_error_ptr warning),
-                (png, context, error, warning))
+    CV_FORWARD (png_voidp, png_get_error_ptr, (png_const_structrp png), (png))
+
+    /** JUCE's own answer to an error returns to the library, which does not stand that when it can jump. What JUCE
+        gives as the context is the place to jump to.
+    */
+    void png_set_error_fn (png_structrp png, png_voidp place, png_error_ptr, png_error_ptr warning)
+    {
+        static auto* const function = reinterpret_cast<decltype (&png_set_error_fn)> (find ("png_set_error_fn"));
+
+        if (function != nullptr)
+            function (png, place, leave, warning);
+    }
+
     CV_FORWARD (void, png_set_expand, (png_structrp png), (png))
     CV_FORWARD (void, png_set_gray_to_rgb, (png_structrp png), (png))
     CV_FORWARD (jmp_buf*,

@@ -28,9 +28,24 @@ TEST (ImageCodecs, PngPicturesAreReadAsTheyWereWritten)
     for (auto x = 0; x < picture.getWidth(); ++x)
         for (auto y = 0; y < picture.getHeight(); ++y)
             EXPECT_EQ (result.getPixelAt (x, y), picture.getPixelAt (x, y)) << x << ", " << y;
+}
 
-    // What is cut short takes the library's way out.
-    EXPECT_TRUE (juce::ImageFileFormat::loadFrom (file.getData(), 40).isNull());
+TEST (ImageCodecs, PngPicturesThatAreDamagedAreNoneOrHalf)
+{
+    juce::MemoryOutputStream file;
+    ASSERT_TRUE (juce::PNGImageFormat().writeImageToStream (makePicture(), file));
+
+    for (size_t length = 0; length < file.getDataSize(); ++length)
+    {
+        const auto result = juce::ImageFileFormat::loadFrom (file.getData(), length);
+        EXPECT_TRUE (result.isNull() || result.getBounds() == makePicture().getBounds()) << length;
+    }
+
+    // Behind the signature and the length and name of the first part comes the width.
+    constexpr auto widthPosition = 16;
+    juce::MemoryBlock changed (file.getData(), file.getDataSize());
+    changed[widthPosition + 3] = (char) 6;
+    EXPECT_TRUE (juce::ImageFileFormat::loadFrom (changed.getData(), changed.getSize()).isNull());
 }
 
 #if CV_NO_JPEG

@@ -56,7 +56,7 @@ in_root --install "$deb"
 for file in bin/varlo bin/varlo-render lib/lv2/Varlo.lv2/manifest.ttl lib/vst3/Varlo.vst3/Contents/Resources/moduleinfo.json \
         share/applications/varlo.desktop share/bash-completion/completions/varlo-render share/doc/varlo/changelog.gz \
         share/doc/varlo/copyright share/icons/hicolor/scalable/apps/varlo.svg share/man/man1/varlo.1.gz \
-        share/man/man1/varlo-render.1.gz share/metainfo/example.corvane.varlo.metainfo.xml; do
+        share/Corvane/Varlo/presets/Init.cvpreset share/man/man1/varlo-render.1.gz share/metainfo/example.corvane.varlo.metainfo.xml; do
     expect "$file is installed" [ -f "$root/usr/$file" ]
 done
 

@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
+
 namespace cv::varlo
 {
 namespace
@@ -205,7 +207,12 @@ public:
     void setAll (float value)
     {
         for (const auto& row : contract)
-            *dynamic_cast<juce::AudioParameterFloat*> (tree.getParameter (row.id)) = value;
+            set (row.id, value);
+    }
+
+    void set (const char* id, float value)
+    {
+        *dynamic_cast<juce::AudioParameterFloat*> (tree.getParameter (id)) = value;
     }
 
     ParameterValues getValues() const { return parameters.getValues(); }
@@ -226,6 +233,29 @@ private:
     juce::AudioProcessorValueTreeState tree;
     const Parameters parameters;
 };
+
+TEST (Parameters, EachValueIsThatOfItsOwnParameter)
+{
+    PlainParameters plain;
+
+    const std::map<std::string, float ParameterValues::*> members {
+        { "mix", &ParameterValues::mixPercent },          { "degrade", &ParameterValues::degradePercent },
+        { "delay", &ParameterValues::delayMilliseconds }, { "feedback", &ParameterValues::feedbackPercent },
+        { "lowpass", &ParameterValues::lowpassHz },       { "resonance", &ParameterValues::resonancePercent }
+    };
+
+    ASSERT_EQ (members.size(), contract.size());
+
+    for (const auto& [changedId, changedMember] : members)
+    {
+        plain.setAll (1.0f);
+        plain.set (changedId.c_str(), 33.0f);
+
+        for (const auto& [id, member] : members)
+            EXPECT_NEAR (plain.getValues().*member, member == changedMember ? 33.0f : 1.0f, 0.01f)
+                << changedId << " changed, " << id << " read";
+    }
+}
 
 TEST (Parameters, WhatIsNoNumberReadsAsTheDefault)
 {

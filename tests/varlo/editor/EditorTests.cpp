@@ -36,6 +36,18 @@ TEST_F (VarloEditorTest, OpensInItsDefaultSize)
     EXPECT_EQ (limits.maxHeight, 10000);
 }
 
+TEST_F (VarloEditorTest, HoldsTheKnobsInAnOrderOfTheirOwn)
+{
+    auto last = -1;
+
+    for (const auto* const caption : { "Delay", "Feedback", "Degrade", "Mix", "Lowpass", "Reso" })
+    {
+        const auto index = editor->getIndexOfChildComponent (&findKnob (caption));
+        EXPECT_GT (index, last) << caption;
+        last = index;
+    }
+}
+
 TEST_F (VarloEditorTest, PutsEverythingInItsPlace)
 {
     EXPECT_EQ (find<pluginCore::PluginHeaderComponent>().getBounds(), Area (0, 0, 1050, 69));

@@ -11,6 +11,12 @@ namespace
 {
 constexpr double longestTapIntervalMilliseconds = 10000.0;
 
+int getColumn (std::string_view parameterId)
+{
+    const auto isIt = [&] (const auto& knob) { return knob.parameterId == parameterId; };
+    return (int) std::distance (editorKnobs.begin(), std::find_if (editorKnobs.begin(), editorKnobs.end(), isIt));
+}
+
 juce::AudioParameterFloat& findDelayParameter (const juce::AudioProcessorValueTreeState& tree)
 {
     return dynamic_cast<juce::AudioParameterFloat&> (*tree.getParameter (parameterIds::delay));
@@ -48,6 +54,9 @@ void AudioPluginAudioProcessorEditor::addComponents (juce::AudioProcessorValueTr
 {
     for (const auto& knob : editorKnobs)
         addAndMakeVisible (knobs.add (std::make_unique<LabelledSlider> (state, knob.parameterId, knob.caption)));
+
+    // Of the children Mix is the fourth, though its column is the last.
+    knobs[getColumn (parameterIds::mix)]->toBehind (knobs[getColumn (parameterIds::lowpass)]);
 
     addAndMakeVisible (header);
     addAndMakeVisible (tapButton);

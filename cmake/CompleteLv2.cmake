@@ -1,4 +1,4 @@
-# cmake -DBUNDLE=... -DDESCRIPTION=... -P: mends what JUCE's client writes of an LV2 plug-in, each time after it has
+# cmake -DBUNDLE=... -DCLASS=... -DDESCRIPTION=... -P: mends what JUCE's client writes of an LV2 plug-in, each time after it has
 # written it, and adds a description of our own.
 
 # change(FILE REGEX REPLACEMENT)
@@ -19,7 +19,7 @@ get_filename_component(name "${DESCRIPTION}" NAME)
 change(manifest.ttl "<[^>]*:preset1>[^]]*\\] \\.\n" "")
 
 # Hosts sort by the class that the manifest gives.
-change(manifest.ttl "\ta lv2:Plugin ;" "\ta lv2:Plugin , lv2:DelayPlugin ;")
+change(manifest.ttl "\ta lv2:Plugin ;" "\ta lv2:Plugin , lv2:${CLASS} ;")
 change(manifest.ttl "rdfs:seeAlso <dsp.ttl>" "rdfs:seeAlso <dsp.ttl> , <${name}>")
 
 # MIDI does nothing. The VST3 bundle has no input for it either.

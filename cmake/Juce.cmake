@@ -9,9 +9,9 @@ set(VARLO_JUCE_DIR "" CACHE PATH "A folder with the sources of JUCE ${VARLO_JUCE
 
 include(SourceCache)
 
-# varlo_link_codecs(TARGET PACKAGES...): gives an interface the system's libraries. Their static libraries where there
+# cv_link_codecs(TARGET PACKAGES...): gives an interface the system's libraries. Their static libraries where there
 # are any: from one distribution to the next, these libraries change their names.
-function(varlo_link_codecs target)
+function(cv_link_codecs target)
     foreach(name IN LISTS ARGN)
         pkg_check_modules(VARLO_${name} REQUIRED IMPORTED_TARGET GLOBAL ${name})
         list(GET VARLO_${name}_LIBRARIES 0 library)
@@ -28,25 +28,25 @@ function(varlo_link_codecs target)
 endfunction()
 
 # Debian's tree carries no copies of the codec and compression libraries: link the system's. A static library comes
-# before those that it needs itself. Those of pictures have a way of their own, in varlo/codecs.
-function(varlo_link_system_codecs)
+# before those that it needs itself. Those of pictures have a way of their own, in pluginCore/clients.
+function(cv_link_system_codecs)
     find_package(PkgConfig REQUIRED)
     pkg_check_modules(VARLO_ZLIB REQUIRED IMPORTED_TARGET GLOBAL zlib)
     target_link_libraries(juce_core INTERFACE PkgConfig::VARLO_ZLIB)
 
     pkg_check_modules(VARLO_PICTURES REQUIRED libpng libjpeg)
     target_include_directories(juce_graphics INTERFACE ${VARLO_PICTURES_INCLUDE_DIRS})
-    set(VARLO_PICTURE_CODECS
-        "${PROJECT_SOURCE_DIR}/varlo/codecs/LoadedPng.cpp"
-        "${PROJECT_SOURCE_DIR}/varlo/codecs/NoJpeg.cpp" PARENT_SCOPE)
+    set(CV_PICTURE_CODECS
+        "${PROJECT_SOURCE_DIR}/pluginCore/clients/LoadedPng.cpp"
+        "${PROJECT_SOURCE_DIR}/pluginCore/clients/NoJpeg.cpp" PARENT_SCOPE)
 
     # Debian's own way would link them to everything.
     if(TARGET pkgconfig_JUCE_IMG_LINUX_DEPS)
         set_target_properties(pkgconfig_JUCE_IMG_LINUX_DEPS PROPERTIES INTERFACE_LINK_LIBRARIES "")
     endif()
 
-    add_library(varlo_audio_codecs INTERFACE)
-    varlo_link_codecs(varlo_audio_codecs flac ogg)
+    add_library(cv_audio_codecs INTERFACE)
+    cv_link_codecs(cv_audio_codecs flac ogg)
 endfunction()
 
 if(VARLO_JUCE_DIR)
@@ -60,7 +60,7 @@ else()
     find_package(JUCE ${VARLO_JUCE_VERSION} EXACT CONFIG QUIET)
 
     if(NOT JUCE_FOUND)
-        varlo_fetch_source(juce_source error juce-${VARLO_JUCE_VERSION})
+        cv_fetch_source(juce_source error juce-${VARLO_JUCE_VERSION})
 
         if(error)
             message(FATAL_ERROR
@@ -92,5 +92,5 @@ else()
 endif()
 
 if(NOT EXISTS "${juce_modules}/juce_core/zip/zlib")
-    varlo_link_system_codecs()
+    cv_link_system_codecs()
 endif()

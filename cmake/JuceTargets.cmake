@@ -25,9 +25,9 @@ if(CMAKE_SYSTEM_NAME STREQUAL Linux)
     target_include_directories(cv_juce_config SYSTEM INTERFACE ${VARLO_LOADED_LATER_INCLUDE_DIRS})
 endif()
 
-# varlo_add_juce_headers(TARGET MODULES...): an interface with the modules' headers and definitions, without
+# cv_add_juce_headers(TARGET MODULES...): an interface with the modules' headers and definitions, without
 # their sources.
-function(varlo_add_juce_headers target)
+function(cv_add_juce_headers target)
     add_library(${target} INTERFACE)
     target_compile_features(${target} INTERFACE cxx_std_20)
 
@@ -39,5 +39,5 @@ function(varlo_add_juce_headers target)
     endforeach()
 endfunction()
 
-varlo_add_juce_headers(cv_juce_headers juce_audio_processors juce_dsp)
+cv_add_juce_headers(cv_juce_headers juce_audio_processors juce_dsp)
 target_link_libraries(cv_juce_headers INTERFACE cv_juce_config)

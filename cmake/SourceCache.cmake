@@ -2,18 +2,18 @@
 # not fetch again.
 
 if(DEFINED ENV{XDG_CACHE_HOME})
-    set(varlo_cache_default "$ENV{XDG_CACHE_HOME}/varlo")
+    set(cv_cache_default "$ENV{XDG_CACHE_HOME}/varlo")
 elseif(DEFINED ENV{HOME})
-    set(varlo_cache_default "$ENV{HOME}/.cache/varlo")
+    set(cv_cache_default "$ENV{HOME}/.cache/varlo")
 else()
-    set(varlo_cache_default "${CMAKE_BINARY_DIR}/sources")
+    set(cv_cache_default "${CMAKE_BINARY_DIR}/sources")
 endif()
 
-set(VARLO_SOURCE_CACHE "${varlo_cache_default}" CACHE PATH "Where fetched sources are kept")
+set(VARLO_SOURCE_CACHE "${cv_cache_default}" CACHE PATH "Where fetched sources are kept")
 
-# varlo_fetch_source(FOLDER ERROR SOURCE): sets FOLDER to where SOURCE is, one of those that scripts/fetch-source.sh
+# cv_fetch_source(FOLDER ERROR SOURCE): sets FOLDER to where SOURCE is, one of those that scripts/fetch-source.sh
 # knows, and ERROR to nothing; else ERROR to what was tried in vain, a line each.
-function(varlo_fetch_source folder error source)
+function(cv_fetch_source folder error source)
     set(path "${VARLO_SOURCE_CACHE}/${source}")
     set(tried "")
 

@@ -1,4 +1,4 @@
-# varlo_add_vst3_validator_test(NAME BUNDLE_TARGET HOME): runs the VST 3 SDK's own validator on a
+# cv_add_vst3_validator_test(NAME BUNDLE_TARGET HOME): runs the VST 3 SDK's own validator on a
 # built bundle. The SDK is no part of JUCE, so its sources come from the first of:
 #
 #   1. VARLO_VST3SDK_DIR, a folder with a VST 3 SDK that the user names;
@@ -11,9 +11,9 @@ include(SourceCache)
 
 set(VARLO_VST3SDK_DIR "" CACHE PATH "A folder with the VST 3 SDK, for its validator")
 
-function(varlo_add_vst3_validator_test name bundle_target home)
+function(cv_add_vst3_validator_test name bundle_target home)
     if(NOT VARLO_VST3SDK_DIR)
-        varlo_fetch_source(sdk error vst3sdk-3.7.10)
+        cv_fetch_source(sdk error vst3sdk-3.7.10)
     elseif(EXISTS "${VARLO_VST3SDK_DIR}/public.sdk/samples/vst-hosting/validator/CMakeLists.txt")
         set(sdk "${VARLO_VST3SDK_DIR}")
     else()

@@ -22,7 +22,7 @@ const juce::String presetExtension = ".cvpreset";
 pluginCore::ProductInfo makeProductInfo()
 {
     return {
-        .name = VARLO_NAME, .version = VARLO_VERSION, .company = VARLO_COMPANY, .companyWebSite = VARLO_MAKERS_WEB_SITE
+        .name = CV_PRODUCT_NAME, .version = CV_PRODUCT_VERSION, .company = CV_PRODUCT_COMPANY, .companyWebSite = CV_PRODUCT_WEB_SITE
     };
 }
 
@@ -53,12 +53,12 @@ bool AudioPluginAudioProcessor::isBusesLayoutSupported (const BusesLayout& layou
 
 juce::String AudioPluginAudioProcessor::getReleaseNotesUrl() const
 {
-    return VARLO_MAKERS_WEB_SITE "/releaseNotes/varlo";
+    return CV_PRODUCT_WEB_SITE "/releaseNotes/varlo";
 }
 
 juce::String AudioPluginAudioProcessor::getProductUrl() const
 {
-    return VARLO_MAKERS_WEB_SITE "/product/varlo";
+    return CV_PRODUCT_WEB_SITE "/product/varlo";
 }
 
 juce::String AudioPluginAudioProcessor::getVersionDisplayText() const

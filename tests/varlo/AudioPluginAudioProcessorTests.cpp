@@ -336,15 +336,17 @@ TEST (AudioPluginAudioProcessor, AnalysisThreadRunsFromConstructionAndHearsOfThe
     EXPECT_EQ (fftProcessor.sampleRate.load(), 48000.0);
 }
 
-TEST (AudioPluginAudioProcessor, EndsWithinASecondWhileItsAnalysisThreadWaits)
+TEST (AudioPluginAudioProcessor, EndsWhileItsAnalysisThreadWaits)
 {
     auto processor = std::make_unique<AudioPluginAudioProcessor>();
     processor->prepareToPlay (48000.0, 512);
     juce::Thread::sleep (20); // time to start waiting
 
+    // A thread that isn't woken never ends; how long one that is takes depends on what else the machine does.
+    constexpr auto limitMilliseconds = 5000.0;
     const auto start = juce::Time::getMillisecondCounterHiRes();
     processor.reset();
-    EXPECT_LT (juce::Time::getMillisecondCounterHiRes() - start, 500.0);
+    EXPECT_LT (juce::Time::getMillisecondCounterHiRes() - start, limitMilliseconds);
 }
 
 TEST (AudioPluginAudioProcessor, RunsOnAHundredInstances)

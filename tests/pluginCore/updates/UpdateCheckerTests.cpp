@@ -345,19 +345,18 @@ TEST_F (UpdateCheckerTest, TheMessageLoopRunsOnMeanwhile)
     late.delayMilliseconds = 500;
     server.setReply (versionPath, late);
 
-    auto lastTurn = juce::Time::getMillisecondCounterHiRes();
-    auto longestTurn = 0.0;
+    // A loop that waits for the answer turns once or twice, a free one some hundred times.
+    auto numTurns = 0;
     checker.startThread (juce::Thread::Priority::normal);
 
     ASSERT_TRUE (runMessageLoopUntil (
         [&]
         {
-            const auto now = juce::Time::getMillisecondCounterHiRes();
-            longestTurn = juce::jmax (longestTurn, now - std::exchange (lastTurn, now));
+            ++numTurns;
             return recorder.getNumCalls() > 0;
         }));
 
-    EXPECT_LT (longestTurn, 250.0);
+    EXPECT_GT (numTurns, 10);
 }
 
 TEST (UpdateChecker, ReadsVersions)

@@ -379,6 +379,8 @@ TEST (FFTProcessor, AnotherRateClearsNothing)
 
 TEST (FFTProcessor, EndsWithinItsTimeWhateverItIsAt)
 {
+    // Much more than a machine needs that is busy with other things.
+    constexpr auto limitMilliseconds = 5000.0;
     const auto audio = noise (16383, 9);
 
     for (const auto numWaiting : { 0, 511, 16383 })
@@ -389,7 +391,7 @@ TEST (FFTProcessor, EndsWithinItsTimeWhateverItIsAt)
 
         const auto start = juce::Time::getMillisecondCounterHiRes();
         processor.reset();
-        EXPECT_LT (juce::Time::getMillisecondCounterHiRes() - start, 500.0) << numWaiting;
+        EXPECT_LT (juce::Time::getMillisecondCounterHiRes() - start, limitMilliseconds) << numWaiting;
     }
 }
 

@@ -202,7 +202,7 @@ TEST (Parameters, HostThatSendsNoNumberLeavesOneAndTheSound)
 class PlainParameters
 {
 public:
-    PlainParameters() : tree (harness.processor, nullptr, "PLAIN", createLayout()), parameters (tree) {}
+    PlainParameters() : tree (processor, nullptr, "PLAIN", createLayout()), parameters (tree) {}
 
     void setAll (float value)
     {
@@ -229,7 +229,7 @@ private:
         return layout;
     }
 
-    ProcessorHarness harness;
+    juce::AudioProcessorGraph processor; // has no parameters of its own
     juce::AudioProcessorValueTreeState tree;
     const Parameters parameters;
 };

@@ -8,11 +8,13 @@
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <cmath>
 #include <csignal>
 #include <memory>
 #include <optional>
 #include <pthread.h>
+#include <thread>
 #include <unistd.h>
 
 namespace cv::varlo
@@ -149,20 +151,27 @@ private:
 TEST (FFTProcessor, GoesWithoutKillingAThreadThatHasNoTime)
 {
     auto processor = std::make_unique<FFTProcessor>();
+
+    // On its way to its first wait the thread holds locks that nobody could pass while it is held.
+    pushCalmly (*processor, noise (hopSamples, 10));
+    ASSERT_TRUE (waitUntil ([&] { return processor->spectrumFifo.getNumReady() == numBins; }));
+    juce::Thread::sleep (20);
+
     StarvedThread thread (*processor);
     std::atomic released { false };
 
     // The C library ends the process if a thread is killed where it may not be.
-    juce::Thread::launch (
+    std::thread releaser (
         [&]
         {
-            juce::Thread::sleep (1500);
+            std::this_thread::sleep_for (std::chrono::milliseconds (1500));
             released = true;
             thread.release();
         });
 
     processor.reset();
     EXPECT_TRUE (released);
+    releaser.join();
 }
 
 TEST (FFTProcessor, GivesOneFrameForEach512Samples)

@@ -10,7 +10,7 @@ usage() {
 usage: $command_name [--no-install]
 
 Builds the release and leaves a Debian package (.deb) and an archive for other distributions (.tar.gz) of the
-plug-in, the program of its own and varlo-render in dist/. They run on this machine's kind of processor and need
+plug-in, the standalone and varlo-render in dist/. They run on this machine's kind of processor and need
 its C library or a later one: build them on the oldest distribution that they are to run on. Has lintian,
 desktop-file-validate and appstreamcli look at them. Installs the Debian or Ubuntu packages that this lacks.
 

@@ -12,7 +12,7 @@ usage() {
 usage: $command_name [--no-install] [--no-presets] [--no-open]
        $command_name --uninstall
 
-Builds the Varlo plug-in, the same as a program of its own and the offline host varlo-render into
+Builds the Varlo plug-in, the same as a standalone and the offline host varlo-render into
 dist/, installs the plug-in in ~/.vst3 and ~/.lv2 (a Varlo that is there already is replaced) and renders
 the demo recording through it into dist/demo.wav. The factory presets go among this user's presets, in folders
 of their own; presets that are there already stay as they are. Where there is a display, opens the program

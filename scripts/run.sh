@@ -21,8 +21,8 @@ at the end and leaves it open. Installs the Debian or Ubuntu packages that the b
   --no-install   install no packages: list what lacks and stop
   --no-presets   copy no presets
   --no-open      open no window at the end
-  --uninstall    take away the plug-in that this script has installed for you, and nothing else: no presets,
-                 settings or states
+  --uninstall    take away the plug-in and the factory presets that this script has installed for you, and
+                 nothing else: presets that you changed or saved, settings and states stay
   -h, --help     show this text
 EOF
 }

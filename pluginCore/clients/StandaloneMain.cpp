@@ -95,7 +95,8 @@ int main (int argc, char** argv)
 {
     if (! isDisplayThere())
     {
-        std::cerr << juce::String (JucePlugin_Name).toLowerCase() << ": no display: " << sayWhyThereIsNone() << std::endl;
+        std::cerr << juce::String (JucePlugin_Name).toLowerCase() << ": no display: " << sayWhyThereIsNone()
+                  << std::endl;
         return 1;
     }
 

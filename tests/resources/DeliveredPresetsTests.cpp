@@ -1,7 +1,7 @@
-#include "varlo/parameters/Parameters.h"
 #include "support/ProcessorHarness.h"
 #include "support/ScratchFolder.h"
 #include "support/TemporaryHome.h"
+#include "varlo/parameters/Parameters.h"
 
 #include <gmock/gmock.h>
 

@@ -21,9 +21,10 @@ const juce::String presetExtension = ".cvpreset";
 
 pluginCore::ProductInfo makeProductInfo()
 {
-    return {
-        .name = CV_PRODUCT_NAME, .version = CV_PRODUCT_VERSION, .company = CV_PRODUCT_COMPANY, .companyWebSite = CV_PRODUCT_WEB_SITE
-    };
+    return { .name = CV_PRODUCT_NAME,
+             .version = CV_PRODUCT_VERSION,
+             .company = CV_PRODUCT_COMPANY,
+             .companyWebSite = CV_PRODUCT_WEB_SITE };
 }
 
 pluginCore::PresetLocations getPresetLocations()

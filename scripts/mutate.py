@@ -28,7 +28,7 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, str(ROOT / "scripts/lib"))
 
 from mutations import Mutation, find_mutations  # noqa: E402
-from test_program import CAUGHT, NOT_COMPILED, SURVIVED, TIMED_OUT, Display, Failure, Tests  # noqa: E402
+from test_program import CAUGHT, NOT_COMPILED, SURVIVED, TIMED_OUT, Displays, Failure, Tests  # noqa: E402
 
 LAYERS = ("pluginCore", "varlo")
 TARGET = "varlo_tests"
@@ -224,8 +224,11 @@ def run(arguments):
     stop_at = time.monotonic() + 60 * arguments.minutes if arguments.minutes else None
     results = []
 
-    with Display(), open(builder.build_folder / "mutations.jsonl", "w") as log:
-        tests = Tests(builder.program, builder.copy, arguments)
+    # What goes on behind the first so many goes on in their file.
+    log_path, mode = builder.build_folder / "mutations.jsonl", "a" if arguments.skip else "w"
+
+    with Displays(arguments.shards) as displays, open(log_path, mode) as log:
+        tests = Tests(builder.program, builder.copy, arguments, displays)
         print(f"all tests pass without a change, in {tests.measure(builder.build_folder):.0f} s", flush=True)
 
         try:

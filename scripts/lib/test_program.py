@@ -17,6 +17,10 @@ TEST_MEMORY_BYTES = 8 * 1024**3
 # What suites may take beyond three times their usual length: a machine can be busy for a while.
 SPARE_SECONDS = 30
 
+# How long a test program may say nothing. It tells of the start and the end of each test, the longest of which takes
+# a quarter of this.
+SILENT_SECONDS = 60
+
 FAILED_CASE = re.compile(r"^\[  FAILED  \] (\w\S*\.\w\S*?)[, ]", re.MULTILINE)
 
 CAUGHT, TIMED_OUT, NOT_COMPILED, SURVIVED = "caught", "timed out", "does not compile", "survived"
@@ -26,36 +30,38 @@ class Failure(Exception):
     """Something that ends the whole run, told to the user without a stack trace."""
 
 
-class Display:
-    """A display of the tests' own, if this machine can make one; else they use the user's."""
+class Displays:
+    """Displays of the tests' own, one for each process, since windows take the focus from one another. None where this
+    machine can't make any: tests use the user's then."""
+
+    def __init__(self, count):
+        self.count, self.servers, self.names = count, [], []
 
     def __enter__(self):
-        self.server = None
-
-        if shutil.which("Xvfb"):
+        for _ in range(self.count if shutil.which("Xvfb") else 0):
             reader, writer = os.pipe()
-            self.server = subprocess.Popen(
+            self.servers.append(subprocess.Popen(
                 ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1600x1200x24", "-noreset"],
                 pass_fds=[writer], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-            )
+            ))
             os.close(writer)
 
             with os.fdopen(reader) as pipe:
-                os.environ["DISPLAY"] = ":" + pipe.readline().strip()
+                self.names.append(":" + pipe.readline().strip())
 
-        return self
+        return self.names
 
     def __exit__(self, *_):
-        if self.server:
-            self.server.terminate()
-            self.server.wait()
+        for server in self.servers:
+            server.terminate()
+            server.wait()
 
 
 class Tests:
     """The test program's cases, in suites, nearest to a source first."""
 
-    def __init__(self, program, copy, arguments):
-        self.program, self.arguments = program, arguments
+    def __init__(self, program, copy, arguments, displays):
+        self.program, self.arguments, self.displays = program, arguments, displays
         self.folders = find_suite_files(copy)
         listed = subprocess.run(
             [program, "--gtest_list_tests", f"--gtest_filter={arguments.filter}"], capture_output=True, text=True,
@@ -119,32 +125,54 @@ class Tests:
         # A home for each, which also keeps the settings of one run from the next. What a test leaves running may still
         # write there.
         with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as home:
-            processes = [self.start(chosen, home, shard, shards, options) for shard in range(shards)]
-            outputs, outcome, deadline = [], SURVIVED, limit and time.monotonic() + limit
+            outputs = [pathlib.Path(home, f"output {shard}") for shard in range(shards)]
+            processes = [self.start(chosen, home, shard, shards, options, outputs[shard]) for shard in range(shards)]
 
             try:
-                for process in processes:
-                    left = deadline and max(deadline - time.monotonic(), 0.1)
-                    outputs.append(process.communicate(timeout=left)[0])
-                    outcome = outcome if process.returncode == 0 else CAUGHT
-            except subprocess.TimeoutExpired:
-                outcome = TIMED_OUT
+                outcome = wait_for(processes, outputs, limit)
             finally:
                 for process in processes:
                     if process.poll() is None:
                         os.killpg(process.pid, signal.SIGKILL)
-                        process.communicate()
+                        process.wait()
 
-        return outcome, sorted(set(FAILED_CASE.findall("\n".join(outputs))))
+            said = "\n".join(output.read_text(errors="replace") for output in outputs)
 
-    def start(self, chosen, home, shard, shards, options):
+        return outcome, sorted(set(FAILED_CASE.findall(said)))
+
+    def start(self, chosen, home, shard, shards, options, output):
         environment = dict(os.environ, HOME=home, GTEST_TOTAL_SHARDS=str(shards), GTEST_SHARD_INDEX=str(shard))
-        return subprocess.Popen(
-            [self.program, f"--gtest_filter={chosen}", "--gtest_fail_fast", "--gtest_brief=1", *options],
-            stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace", env=environment,
-            start_new_session=True,
-            preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (TEST_MEMORY_BYTES, TEST_MEMORY_BYTES)),
-        )
+
+        if self.displays:
+            environment["DISPLAY"] = self.displays[shard]
+
+        with output.open("wb") as file:
+            return subprocess.Popen(
+                [self.program, f"--gtest_filter={chosen}", "--gtest_fail_fast", *options],
+                stdout=file, stderr=subprocess.STDOUT, env=environment, start_new_session=True,
+                preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (TEST_MEMORY_BYTES, TEST_MEMORY_BYTES)),
+            )
+
+
+def wait_for(processes, outputs, limit):
+    """How a run ends: with all tests passed, with a failure of one process, or with too long a time or silence."""
+    start = last_said = time.monotonic()
+    said = 0
+
+    while any(process.poll() is None for process in processes):
+        time.sleep(0.05)
+        now, size = time.monotonic(), sum(output.stat().st_size for output in outputs)
+
+        if size != said:
+            said, last_said = size, now
+
+        if now - last_said > SILENT_SECONDS or (limit and now - start > limit):
+            return TIMED_OUT
+
+        if any(process.poll() not in (None, 0) for process in processes):
+            return CAUGHT
+
+    return SURVIVED if all(process.returncode == 0 for process in processes) else CAUGHT
 
 
 def find_suite_files(copy):

@@ -71,7 +71,7 @@ TEST_F (WindowFrontListenerTest, AComponentThatComesToTheFrontOfItsWindowIsNoMat
     juce::Component other;
     first.addAndMakeVisible (component);
     first.addAndMakeVisible (other);
-    component.toFront (false);
+    component.toFront (true);
     EXPECT_EQ (numTold, 0);
 }
 } // namespace

@@ -108,6 +108,24 @@ TEST_F (VarloEditorControlTest, DraggingTheValueTurnsTheKnob)
     EXPECT_FALSE (text.isBeingEdited());
 }
 
+TEST_F (VarloEditorControlTest, AnEditorThatClosesInADragEndsTheGesture)
+{
+    editor->addToDesktop (0);
+    editor->setVisible (true);
+    auto& slider = findSlider ("Mix");
+    const juce::Point<float> onTheRing { (float) slider.getWidth() / 2.0f, 8.0f };
+    HostLog log (harness.parameter ("mix"));
+
+    sendMouse (slider, onTheRing, false);
+    sendMouse (slider, onTheRing, true);
+    sendMouse (slider, onTheRing - juce::Point (0.0f, 30.0f), true);
+    EXPECT_THAT (log.entries, ElementsAre ("begin", "value"));
+
+    close();
+    EXPECT_THAT (log.entries, ElementsAre ("begin", "value", "end"));
+    juce::ModifierKeys::currentModifiers = {};
+}
+
 TEST_F (VarloEditorControlTest, TheWheelTurnsTheKnob)
 {
     editor->addToDesktop (0);

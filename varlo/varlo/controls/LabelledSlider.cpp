@@ -7,10 +7,14 @@ namespace cv::varlo
 LabelledSlider::LabelledSlider (juce::AudioProcessorValueTreeState& state,
                                 const juce::String& parameterID,
                                 const juce::String& caption)
-    : label ({}, caption)
+    : parameter (state.getParameter (parameterID))
+    , label ({}, caption)
 {
-    if (auto* const parameter = state.getParameter (parameterID))
+    if (parameter != nullptr)
         attachment = std::make_unique<juce::SliderParameterAttachment> (*parameter, slider, state.undoManager);
+
+    slider.onDragStart = [this] { isDragged = true; };
+    slider.onDragEnd = [this] { isDragged = false; };
 
     getProperties().set (halfHeightLabels, true);
     addAndMakeVisible (slider);
@@ -18,7 +22,12 @@ LabelledSlider::LabelledSlider (juce::AudioProcessorValueTreeState& state,
     label.setJustificationType (juce::Justification::centred);
 }
 
-LabelledSlider::~LabelledSlider() = default;
+LabelledSlider::~LabelledSlider()
+{
+    // An attachment that goes in a drag leaves the gesture open, and the host would take the knob for held from then on.
+    if (isDragged && parameter != nullptr)
+        parameter->endChangeGesture();
+}
 
 void LabelledSlider::resized()
 {

@@ -20,6 +20,8 @@ public:
     void resized() override;
 
 private:
+    juce::RangedAudioParameter* const parameter;
+    bool isDragged = false;
     juce::Slider slider { juce::Slider::RotaryVerticalDrag, juce::Slider::TextBoxBelow };
     std::unique_ptr<juce::SliderParameterAttachment> attachment; // goes before the slider does
     juce::Label label;

@@ -100,7 +100,7 @@ void mendState (juce::ValueTree& state, const juce::AudioProcessorValueTreeState
 
     for (const auto* parameter : valueTreeState.processor.getParameters())
         if (const auto* ranged = dynamic_cast<const juce::RangedAudioParameter*> (parameter);
-            ranged != nullptr && found.count (ranged) == 0)
+            ranged != nullptr && ! found.contains (ranged))
             state.appendChild (makeStored (*ranged, getDefault (*ranged)), nullptr);
 }
 } // namespace

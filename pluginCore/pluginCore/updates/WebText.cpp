@@ -24,7 +24,7 @@ juce::String getLocation (juce::WebInputStream& stream)
     constexpr auto header = "Location";
     const auto headers = stream.getResponseHeaders();
 
-    if (const auto location = headers[header]; location.isNotEmpty())
+    if (const auto& location = headers[header]; location.isNotEmpty())
         return location;
 
     for (const auto& key : headers.getAllKeys())

@@ -7,7 +7,7 @@ namespace cv::varlo
 {
 namespace
 {
-constexpr std::array<Frame, maxPartLength> silence {};
+constexpr std::array<Frame, maxPartLength> silentFrames {};
 }
 
 void DelayMemory::prepare (int maxDelay)
@@ -34,7 +34,7 @@ DelayMemory::Run DelayMemory::read (int delay, int maxLength) const noexcept
     const auto length = std::min (maxLength, delay + 1);
 
     if (delay > numWritten)
-        return { silence.data(), std::min ({ length, delay - numWritten, maxPartLength }) };
+        return { silentFrames.data(), std::min ({ length, delay - numWritten, maxPartLength }) };
 
     const auto size = (int) frames.size();
     const auto start = position >= delay ? position - delay : position - delay + size;

@@ -19,10 +19,11 @@ build_packages="g++ cmake ninja-build ccache pkg-config
     libx11-dev libxcomposite-dev libxcursor-dev libxext-dev libxinerama-dev libxrandr-dev libxrender-dev
     libjack-jackd2-dev libpng-dev libjpeg-dev zlib1g-dev libflac-dev libogg-dev libsamplerate0-dev"
 test_packages="libgtest-dev libgmock-dev libbenchmark-dev libebur128-dev libxtst-dev liblilv-dev lilv-utils sordi fakeroot
-    locales valgrind xvfb xauth"
+    locales python3-numpy valgrind xvfb xauth"
 package_packages="dpkg-dev lintian desktop-file-utils appstream"
 fuzz_packages="clang libclang-rt-dev"
 lint_packages="clang-format clang-tidy shellcheck"
+plot_packages="python3 python3-matplotlib python3-numpy"
 
 build_tools="c++ cmake ninja pkg-config"
 test_tools=

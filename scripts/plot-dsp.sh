@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# Draws docs/images/dsp: what the built plug-in's stages do, beside what the formulas say.
+set -Eeuo pipefail
+
+# shellcheck source=scripts/lib/setup.sh
+. "$(dirname "${BASH_SOURCE[0]}")/lib/setup.sh"
+
+usage() {
+    cat <<EOF
+usage: $command_name [--no-install] [--built FOLDER] [OUTPUT]
+
+Builds the plug-in, plays test signals through it with varlo-render, and draws what comes out beside the
+formulas of docs/dsp.md: ladder, limiter, repeats, glide, Degrade and wet low-pass, each as a PNG picture in
+the folder OUTPUT, docs/images/dsp when none is named. Prints how far the two are apart at most; docs/dsp.md
+states these figures. Takes a minute. Installs the Debian or Ubuntu packages that this lacks.
+
+  --built FOLDER  build nothing: FOLDER holds varlo-render and Varlo.vst3, as dist/ does after run.sh
+  --no-install    install no packages: list what lacks and stop
+  -h, --help      show this text
+EOF
+}
+
+install=yes
+built=
+output=
+
+misused() {
+    echo "$command_name: $1 (see --help)" >&2
+    exit 2
+}
+
+while [ $# -gt 0 ]; do
+    case $1 in
+        --no-install) install=no ;;
+        --built)
+            [ -n "${2:-}" ] || misused "--built needs a FOLDER"
+            built=$(realpath -m -- "$2")
+            shift ;;
+        -h|--help) usage; exit 0 ;;
+        -*) misused "unknown option '$1'" ;;
+        *)
+            [ -z "$output" ] || misused "one OUTPUT at a time"
+            output=$(realpath -m -- "$1") ;;
+    esac
+    shift
+done
+
+if [ -n "$built" ]; then
+    [ -x "$built/varlo-render" ] || fail "there is no varlo-render in $built"
+    [ -d "$built/Varlo.vst3" ] || fail "there is no Varlo.vst3 in $built"
+fi
+
+cd "$root"
+
+if [ -n "$built" ]; then
+    prepare_machine "$install" "draw the plots" "$plot_packages" python3
+else
+    prepare_machine "$install" "draw the plots" "$build_packages $plot_packages" "$build_tools python3"
+fi
+
+# The first python3 on the path need not be the one that the packages belong to.
+python=
+
+for candidate in python3 /usr/bin/python3; do
+    if "$candidate" -c 'import matplotlib, numpy, PIL' 2>/dev/null; then
+        python=$candidate
+        break
+    fi
+done
+
+[ -n "$python" ] || fail "no python3 here has the modules matplotlib and numpy"
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+if [ -z "$built" ]; then
+    configure_release
+    say "Building"
+    cmake --build --preset release --target Varlo_VST3 Varlo_LV2 Varlo_Standalone varlo_render
+    built=$scratch/built
+    cmake --install build/release --component varlo --prefix "$built" >/dev/null
+fi
+
+# Neither the user's presets nor a cache of matplotlib's have a part in this.
+mkdir "$scratch/home"
+say "Measuring and drawing"
+HOME=$scratch/home "$python" scripts/lib/plot_dsp.py --program "$built/varlo-render" --bundle "$built/Varlo.vst3" \
+    --output "${output:-docs/images/dsp}" || exit 1 # it has said why

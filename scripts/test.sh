@@ -7,7 +7,7 @@ set -Eeuo pipefail
 
 usage() {
     cat <<EOF
-usage: $command_name [--no-install] [PRESET...]
+usage: $command_name [--no-install] [--warnings-as-errors] [PRESET...]
 
 Builds the plug-in, its tools and its tests and runs the tests, once for each of the presets
 release, debug, asan, tsan and fuzz that is named; for release when none is. tsan, the thread sanitizer,
@@ -15,17 +15,20 @@ builds and runs only what several threads take part in; fuzz builds and runs onl
 each, and is skipped where Clang and its libFuzzer are neither there nor to be had. Installs the Debian or
 Ubuntu packages that this lacks.
 
-  --no-install   install no packages: list what lacks and stop
-  -h, --help     show this text
+  --no-install           install no packages: list what lacks and stop
+  --warnings-as-errors   a warning in Varlo's own code fails the build; the build folder keeps that
+  -h, --help             show this text
 EOF
 }
 
 install=yes
+warnings=
 presets=()
 
 for argument in "$@"; do
     case $argument in
         --no-install) install=no ;;
+        --warnings-as-errors) warnings=-DVARLO_WARNINGS_AS_ERRORS=ON ;;
         -h|--help) usage; exit 0 ;;
         release|debug|asan|tsan|fuzz) presets+=("$argument") ;;
         -*) echo "$command_name: unknown option '$argument' (see --help)" >&2; exit 2 ;;
@@ -58,7 +61,7 @@ for preset in "${presets[@]}"; do
     say "Building $preset"
     tests=ON
     [ "$preset" != fuzz ] || tests=OFF
-    cmake --preset "$preset" -DVARLO_BUILD_TESTS=$tests
+    cmake --preset "$preset" -DVARLO_BUILD_TESTS=$tests ${warnings:+"$warnings"}
     cmake --build --preset "$preset"
 
     say "Testing $preset"

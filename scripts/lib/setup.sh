@@ -20,6 +20,10 @@ build_packages="g++ cmake ninja-build ccache pkg-config
     libjack-jackd2-dev libpng-dev libjpeg-dev zlib1g-dev libflac-dev libogg-dev libsamplerate0-dev"
 test_packages="libgtest-dev libgmock-dev libbenchmark-dev libebur128-dev libxtst-dev liblilv-dev lilv-utils sordi fakeroot
     locales python3-numpy valgrind xvfb xauth"
+
+# The sound is also built for arm64 and compared, if there is an x86-64 to compare it with.
+[ "$(uname -m)" != x86_64 ] || test_packages="$test_packages g++-aarch64-linux-gnu qemu-user"
+
 package_packages="dpkg-dev lintian desktop-file-utils appstream"
 fuzz_packages="clang libclang-rt-dev"
 lint_packages="clang-format clang-tidy shellcheck"

@@ -77,7 +77,7 @@ RenderProcess::RenderProcess (juce::StringArray arguments, const Options& option
     if (options.useBuiltBundle && ! arguments.contains ("--plugin"))
         arguments.addArray ({ "--plugin", VARLO_BUNDLE });
 
-    std::vector<std::string> argumentTexts { VARLO_RENDER };
+    std::vector<std::string> argumentTexts { options.program.value_or (VARLO_RENDER) };
 
     for (const auto& argument : arguments)
         argumentTexts.push_back (argument.toStdString());

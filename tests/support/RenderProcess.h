@@ -16,6 +16,9 @@ class RenderProcess
 public:
     struct Options
     {
+        /** Another program that takes the same arguments, instead of the built varlo-render. */
+        std::optional<std::string> program;
+
         /** Changes to this process's environment; none for a variable to take out of it. */
         std::map<std::string, std::optional<std::string>> environment;
 

@@ -6,7 +6,7 @@ namespace cv::render
 {
 /** From here on a crash ends the program with one line on stderr and the exit code of a failure, and files that
     deleteOnCrash() names go with it. Call once, before the plug-in is loaded: this program's own code that runs
-    beside it is taken for it. Message thread.
+    beside it is taken for it. Message thread. Where there is no POSIX these three do nothing.
 */
 void installCrashHandlers();
 

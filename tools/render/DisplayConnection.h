@@ -12,7 +12,7 @@ namespace cv::render
 class DisplayConnection
 {
 public:
-    /** Throws RenderError when there is no such server. */
+    /** Throws RenderError when there is no such server, and always on systems without X11. */
     DisplayConnection();
     ~DisplayConnection();
 

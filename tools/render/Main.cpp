@@ -9,6 +9,7 @@
 #include "Renderer.h"
 #include "StandardStreams.h"
 #include "TemporaryOutput.h"
+#include "pluginCore/files/FilePath.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -120,7 +121,7 @@ bool areSameFile (const juce::File& a, const juce::File& b)
     const auto toPath = [] (const juce::File& file)
     {
         std::error_code error;
-        const std::filesystem::path path (file.getFullPathName().toStdString());
+        const auto path = pluginCore::toStandardPath (file);
         const auto canonical = std::filesystem::weakly_canonical (path, error);
         return error ? path : canonical;
     };

@@ -1,11 +1,12 @@
 #include "ProgressLine.h"
 
+#include "StandardStreams.h"
+
 #include <iostream>
-#include <unistd.h>
 
 namespace cv::render
 {
-ProgressLine::ProgressLine (bool quiet) : isShown (! quiet && isatty (STDERR_FILENO) != 0) {}
+ProgressLine::ProgressLine (bool quiet) : isShown (! quiet && isErrorStreamATerminal()) {}
 
 ProgressLine::~ProgressLine()
 {

@@ -2,6 +2,7 @@
 
 #include "Crash.h"
 #include "RenderError.h"
+#include "pluginCore/files/FilePath.h"
 
 #include <filesystem>
 
@@ -32,7 +33,7 @@ void TemporaryOutput::checkTarget (const juce::File& target)
         throw RenderError ("is a folder, not a file to write: " + path);
 
     std::error_code error;
-    const auto status = std::filesystem::status (path.toStdString(), error);
+    const auto status = std::filesystem::status (pluginCore::toStandardPath (target), error);
 
     if (error == std::errc::filename_too_long)
         throw RenderError ("the name is too long: " + path);

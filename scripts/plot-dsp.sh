@@ -58,27 +58,13 @@ else
     prepare_machine "$install" "draw the plots" "$build_packages $plot_packages" "$build_tools python3"
 fi
 
-# The first python3 on the path need not be the one that the packages belong to.
-python=
-
-for candidate in python3 /usr/bin/python3; do
-    if "$candidate" -c 'import matplotlib, numpy, PIL' 2>/dev/null; then
-        python=$candidate
-        break
-    fi
-done
-
-[ -n "$python" ] || fail "no python3 here has the modules matplotlib and numpy"
-
+python=$(find_python "matplotlib, numpy, PIL") || exit 1
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
 if [ -z "$built" ]; then
-    configure_release
-    say "Building"
-    cmake --build --preset release --target Varlo_VST3 Varlo_LV2 Varlo_Standalone varlo_render
     built=$scratch/built
-    cmake --install build/release --component varlo --prefix "$built" >/dev/null
+    build_into "$built"
 fi
 
 # Neither the user's presets nor a cache of matplotlib's have a part in this.

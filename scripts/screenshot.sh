@@ -34,17 +34,12 @@ done
 
 cd "$root"
 prepare_machine "$install" "draw Varlo" "$build_packages xvfb xauth" "$build_tools xvfb-run"
-configure_release
 
-say "Building"
-cmake --build --preset release --target Varlo_VST3 Varlo_Standalone varlo_render
-
-# Neither the user's presets nor the size that the user gave the window belong in the picture, and dist/ is
-# left as it is.
+# Neither the user's presets nor the size that the user gave the window belong in the picture.
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 mkdir "$scratch/home"
-cmake --install build/release --component varlo --prefix "$scratch/built" >/dev/null
+build_into "$scratch/built"
 
 # A server that forgets everything whenever its last client goes may do so while the next is just connecting.
 say "Playing the demo"

@@ -50,6 +50,29 @@ configure_release() {
     cmake --preset release -DVARLO_BUILD_TESTS=OFF -DVARLO_BUILD_BENCHMARKS=OFF
 }
 
+# build_into FOLDER: builds what users get and leaves it there, without touching dist/.
+build_into() {
+    configure_release
+    say "Building"
+    cmake --build --preset release --target Varlo_VST3 Varlo_LV2 Varlo_Standalone varlo_render
+    cmake --install build/release --component varlo --prefix "$1" >/dev/null
+}
+
+# find_python MODULES: prints a python3 that has these modules, given as "a, b". The first one on the path need not be
+# the one that the system's packages belong to.
+find_python() {
+    local python
+
+    for python in python3 /usr/bin/python3; do
+        if "$python" -c "import $1" 2>/dev/null; then
+            echo "$python"
+            return
+        fi
+    done
+
+    fail "no python3 here has the modules $1"
+}
+
 # prepare_machine INSTALL PURPOSE PACKAGES TOOLS
 #
 # Leaves the packages installed, or stops with a list of what lacks; INSTALL is yes or no. Where there

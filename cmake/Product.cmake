@@ -2,11 +2,11 @@
 #     CODE <4 letters> VERSION <x.y.z> DESCRIPTION <text> YEAR <of its release> WEB_SITE <url>
 #     VST3_CATEGORIES <words...>
 #     LV2_URI <uri> LV2_CLASS <class> LV2_DESCRIPTION <file.ttl>
-#     ENTRY <source> RESOURCES <target> SOURCES <sources...>)
+#     RESOURCES <target> SOURCES <sources...>)
 #
 # A product on cv::pluginCore: VST3 and LV2 bundles and a standalone, NAME_VST3, NAME_LV2 and NAME_Standalone. SOURCES
-# are its own code, an object library cv_<name>, whose include path is the calling folder; ENTRY defines
-# createPluginFilter(). RESOURCES is what juce_add_binary_data made. All code, JUCE's included, is in the archive NAME.
+# are its own code, createPluginFilter() included: an object library cv_<name>, whose include path is the calling folder.
+# RESOURCES is what juce_add_binary_data made. All code is in the archive NAME, which compiles nothing but JUCE itself.
 #
 # Hosts find saved projects by CODE, from which the class IDs in the factory follow, and by LV2_URI: they never change.
 
@@ -16,7 +16,7 @@ set(CV_COMPANY "Corvane")
 
 function(cv_add_product name)
     cmake_parse_arguments(PARSE_ARGV 1 arg ""
-        "CODE;VERSION;DESCRIPTION;YEAR;WEB_SITE;LV2_URI;LV2_CLASS;LV2_DESCRIPTION;ENTRY;RESOURCES"
+        "CODE;VERSION;DESCRIPTION;YEAR;WEB_SITE;LV2_URI;LV2_CLASS;LV2_DESCRIPTION;RESOURCES"
         "VST3_CATEGORIES;SOURCES")
     string(TOLOWER "${name}" lower_name)
 
@@ -53,7 +53,7 @@ function(cv_add_product name)
 
     # The modules are PRIVATE: whoever links the archive gets their object code, not their sources. Where JUCE has no
     # codecs of its own for pictures, ours take their place.
-    target_sources(${name} PRIVATE ${arg_ENTRY} ${CV_PICTURE_CODECS})
+    target_sources(${name} PRIVATE ${CV_PICTURE_CODECS})
     target_link_libraries(${name}
         PRIVATE
             cv_pluginCore

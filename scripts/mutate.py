@@ -31,7 +31,7 @@ from mutations import Mutation, find_mutations  # noqa: E402
 from test_program import CAUGHT, NOT_COMPILED, SURVIVED, TIMED_OUT, Displays, Failure, Tests  # noqa: E402
 
 LAYERS = ("pluginCore", "varlo")
-TARGET = "varlo_tests"
+TARGETS = ("cv_plugin_core_tests", "varlo_tests")
 
 # JUCE is built as for a release, so that ccache has it already. Our own code is built quickly: JUCE's headers are
 # parsed once instead of for each change, and a change may leave a variable that nobody uses.
@@ -43,7 +43,9 @@ function(build_fast)
         target_compile_options(${layer} PRIVATE -O1 -w)
     endforeach()
 
-    target_compile_options(varlo_tests PRIVATE -O0)
+    foreach(target IN ITEMS cv_test_main cv_test_support varlo_test_support cv_plugin_core_tests varlo_tests)
+        target_compile_options(${target} PRIVATE -O0)
+    endforeach()
 endfunction()
 
 cmake_language(DEFER CALL build_fast)
@@ -138,7 +140,7 @@ class Builder:
         run_or_fail(self.build_command(), "building without any change")
 
     def build_command(self):
-        return ["cmake", "--build", self.build_folder, "--target", TARGET, "-j", str(self.jobs)]
+        return ["cmake", "--build", self.build_folder, "--target", *TARGETS, "-j", str(self.jobs)]
 
     def build(self):
         # Each change is built once: nothing to keep.
@@ -146,8 +148,8 @@ class Builder:
         return subprocess.run(self.build_command(), capture_output=True, env=environment).returncode == 0
 
     @property
-    def program(self):
-        return self.build_folder / "tests" / TARGET
+    def programs(self):
+        return [self.build_folder / "tests" / target for target in TARGETS]
 
 
 def run_or_fail(command, purpose):
@@ -228,7 +230,7 @@ def run(arguments):
     log_path, mode = builder.build_folder / "mutations.jsonl", "a" if arguments.skip else "w"
 
     with Displays(arguments.shards) as displays, open(log_path, mode) as log:
-        tests = Tests(builder.program, builder.copy, arguments, displays)
+        tests = Tests(builder.programs, builder.copy, arguments, displays)
         print(f"all tests pass without a change, in {tests.measure(builder.build_folder):.0f} s", flush=True)
 
         try:

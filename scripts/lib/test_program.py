@@ -1,4 +1,4 @@
-"""Runs a GoogleTest program so that it tells soon, and reliably, whether a test notices something."""
+"""Runs GoogleTest programs so that they tell soon, and reliably, whether a test notices something."""
 
 import json
 import os
@@ -58,27 +58,42 @@ class Displays:
 
 
 class Tests:
-    """The test program's cases, in suites, nearest to a source first."""
+    """The test programs' cases, in suites, nearest to a source first."""
 
-    def __init__(self, program, copy, arguments, displays):
-        self.program, self.arguments, self.displays = program, arguments, displays
+    def __init__(self, programs, copy, arguments, displays):
+        self.arguments, self.displays = arguments, displays
         self.folders = find_suite_files(copy)
-        listed = subprocess.run(
-            [program, "--gtest_list_tests", f"--gtest_filter={arguments.filter}"], capture_output=True, text=True,
-        ).stdout
-        self.suites = re.findall(r"^(\S+)\.(?:\s|$)", listed, re.MULTILINE)
+        self.programs = {suite: program for program in programs for suite in self.list_suites(program)}
         self.seconds = {}
+
+    def list_suites(self, program):
+        listed = subprocess.run(
+            [program, "--gtest_list_tests", f"--gtest_filter={self.arguments.filter}"], capture_output=True, text=True,
+        ).stdout
+        return re.findall(r"^(\S+)\.(?:\s|$)", listed, re.MULTILINE)
+
+    def by_program(self, suites):
+        """The programs that these suites are in, each with its own."""
+        own = {}
+
+        for suite in suites:
+            own.setdefault(self.programs[suite], []).append(suite)
+
+        return own.items()
 
     def measure(self, folder):
         """Runs everything once, which has to pass, and notes how long the suites take. Returns the sum in seconds."""
         times = folder / "times.json"
-        outcome, failed = self.run_suites(self.suites, None, [f"--gtest_output=json:{times}"])
 
-        if outcome != SURVIVED:
-            raise Failure(f"without any change, the tests end with: {outcome} {' '.join(failed)}")
+        for program, suites in self.by_program(self.programs):
+            outcome, failed = self.run_suites(program, suites, None, [f"--gtest_output=json:{times}"])
 
-        suites = json.loads(times.read_text())["testsuites"]
-        self.seconds = {suite["name"]: float(suite["time"].rstrip("s")) for suite in suites}
+            if outcome != SURVIVED:
+                raise Failure(f"without any change, the tests end with: {outcome} {' '.join(failed)}")
+
+            for suite in json.loads(times.read_text())["testsuites"]:
+                self.seconds[suite["name"]] = float(suite["time"].rstrip("s"))
+
         return sum(self.seconds.values())
 
     def get_limit(self, suites):
@@ -87,11 +102,12 @@ class Tests:
 
     def try_all(self, source):
         """Whether a test notices what has been done to a source, and which did."""
-        for suites in self.in_order_for(source):
-            outcome, failed = self.run_suites(suites, self.get_limit(suites))
+        for group in self.in_order_for(source):
+            for program, suites in self.by_program(group):
+                outcome, failed = self.run_suites(program, suites, self.get_limit(suites))
 
-            if outcome != SURVIVED:
-                return outcome, failed
+                if outcome != SURVIVED:
+                    return outcome, failed
 
         return SURVIVED, []
 
@@ -99,7 +115,7 @@ class Tests:
         source = pathlib.PurePosixPath(source)
         same_name, same_folder, others = [], [], []
 
-        for suite in self.suites:
+        for suite in self.programs:
             file = self.folders.get(suite.split("/")[0])
             is_near = file is not None and file.parent == source.parent
             near = same_name if is_near and file.name.startswith(source.stem) else same_folder
@@ -107,26 +123,30 @@ class Tests:
 
         return [group for group in (same_name, same_folder, others) if group]
 
-    def run_suites(self, suites, limit, options=()):
+    def run_suites(self, program, suites, limit, options=()):
         shards = 1 if options else self.arguments.shards
         ignored = self.arguments.filter.partition("-")[2].split(":")
 
         while True:
             chosen = ":".join(f"{suite}.*" for suite in suites)
-            outcome, failed = self.run_once(f"{chosen}-{':'.join(filter(None, ignored))}", limit, shards, options)
+            cases = f"{chosen}-{':'.join(filter(None, ignored))}"
+            outcome, failed = self.run_once(program, cases, limit, shards, options)
 
             # A crash or a standstill counts, a failure that doesn't come again doesn't.
-            if outcome != CAUGHT or not failed or self.run_once(":".join(failed), limit)[0] != SURVIVED:
+            if outcome != CAUGHT or not failed or self.run_once(program, ":".join(failed), limit)[0] != SURVIVED:
                 return outcome, failed
 
             ignored += failed
 
-    def run_once(self, chosen, limit, shards=1, options=()):
+    def run_once(self, program, chosen, limit, shards=1, options=()):
         # A home for each, which also keeps the settings of one run from the next. What a test leaves running may still
         # write there.
         with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as home:
             outputs = [pathlib.Path(home, f"output {shard}") for shard in range(shards)]
-            processes = [self.start(chosen, home, shard, shards, options, outputs[shard]) for shard in range(shards)]
+            processes = [
+                self.start([program, f"--gtest_filter={chosen}", *options], home, shard, shards, outputs[shard])
+                for shard in range(shards)
+            ]
 
             try:
                 outcome = wait_for(processes, outputs, limit)
@@ -140,7 +160,7 @@ class Tests:
 
         return outcome, sorted(set(FAILED_CASE.findall(said)))
 
-    def start(self, chosen, home, shard, shards, options, output):
+    def start(self, command, home, shard, shards, output):
         environment = dict(os.environ, HOME=home, GTEST_TOTAL_SHARDS=str(shards), GTEST_SHARD_INDEX=str(shard))
 
         if self.displays:
@@ -148,7 +168,7 @@ class Tests:
 
         with output.open("wb") as file:
             return subprocess.Popen(
-                [self.program, f"--gtest_filter={chosen}", "--gtest_fail_fast", *options],
+                [*command, "--gtest_fail_fast"],
                 stdout=file, stderr=subprocess.STDOUT, env=environment, start_new_session=True,
                 preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (TEST_MEMORY_BYTES, TEST_MEMORY_BYTES)),
             )

@@ -43,7 +43,7 @@ int main (int argc, char** argv)
 
     if (argc != 2)
     {
-        std::cerr << "usage: varlo_framework_pictures FOLDER" << std::endl;
+        std::cerr << "usage: cv_framework_pictures FOLDER" << std::endl;
         return 2;
     }
 
@@ -51,7 +51,7 @@ int main (int argc, char** argv)
 
     if (! folder.isDirectory() || ! cv::test::writePictures (folder))
     {
-        std::cerr << "varlo_framework_pictures: can't write into " << folder.getFullPathName() << std::endl;
+        std::cerr << "cv_framework_pictures: can't write into " << folder.getFullPathName() << std::endl;
         return 1;
     }
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <juce_graphics/juce_graphics.h>
 
-namespace cv::varlo
+namespace cv::pluginCore
 {
 namespace
 {
@@ -64,4 +64,4 @@ TEST (ImageCodecs, JpegPicturesAreNone)
 }
 #endif
 } // namespace
-} // namespace cv::varlo
+} // namespace cv::pluginCore

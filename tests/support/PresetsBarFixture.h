@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pluginCore/presetsBar/PresetsBar.h"
+#include "support/FindComponent.h"
 #include "support/FrameworkLookAndFeel.h"
 #include "support/PresetSandbox.h"
 #include "support/TestProduct.h"
@@ -38,13 +39,14 @@ protected:
         return *bar;
     }
 
-    juce::Button& getButton (int index) { return dynamic_cast<juce::Button&> (*getBar().getChildComponent (index)); }
+    juce::Button& previousButton()
+    {
+        return getChildWithId<juce::Button> (getBar(), pluginCore::PresetsBar::previousButtonId);
+    }
 
-    juce::Button& previousButton() { return getButton (0); }
+    juce::Button& nextButton() { return getChildWithId<juce::Button> (getBar(), pluginCore::PresetsBar::nextButtonId); }
 
-    juce::Button& nextButton() { return getButton (1); }
-
-    juce::Button& presetsButton() { return getButton (2); }
+    juce::Button& presetsButton() { return *findComponent<juce::TextButton> (getBar()); }
 
     /** What the bar shows once all messages have come through. */
     juce::String getText()

@@ -84,6 +84,9 @@ PresetsBar::PresetsBar (PresetsManager& store) : presetsManager (store)
     setOpaque (true);
     presetsButton.setTriggeredOnMouseDown (true);
 
+    previousButton.setComponentID (previousButtonId);
+    nextButton.setComponentID (nextButtonId);
+
     // A look-and-feel can tell the button from others by this.
     presetsButton.getProperties().set ("PresetsButton", true);
 

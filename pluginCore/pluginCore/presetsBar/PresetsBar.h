@@ -50,6 +50,10 @@ public:
                                          juce::Button& nextButton) = 0;
     };
 
+    /** Component IDs of the arrows, which have no text to be known by. */
+    static constexpr auto previousButtonId = "previous";
+    static constexpr auto nextButtonId = "next";
+
     /** Reads the banks' folders. The store has to outlive the bar. */
     explicit PresetsBar (PresetsManager&);
 

@@ -1,5 +1,6 @@
 #include "pluginCore/editor/PluginHeaderComponent.h"
 
+#include "support/FindComponent.h"
 #include "support/FrameworkLookAndFeel.h"
 #include "support/Mouse.h"
 #include "support/PresetSandbox.h"
@@ -17,18 +18,23 @@ using Bounds = juce::Rectangle<int>;
 class PluginHeaderComponentTest : public testing::Test
 {
 protected:
-    juce::DrawableButton& getButton (int index)
+    juce::DrawableButton& getButton (const juce::String& name)
     {
-        return dynamic_cast<juce::DrawableButton&> (*header.getChildComponent (index));
+        return test::getChildNamed<juce::DrawableButton> (header, name);
     }
 
-    juce::DrawableButton& undoButton() { return getButton (1); }
+    juce::DrawableButton& undoButton() { return getButton ("undo"); }
 
-    juce::DrawableButton& redoButton() { return getButton (2); }
+    juce::DrawableButton& redoButton() { return getButton ("redo"); }
 
-    juce::DrawableButton& infoButton() { return getButton (3); }
+    juce::DrawableButton& infoButton() { return getButton ("info"); }
 
-    juce::DrawableButton& logoButton() { return getButton (4); }
+    juce::DrawableButton& logoButton() { return getButton ("logo"); }
+
+    std::vector<juce::DrawableButton*> allButtons()
+    {
+        return { &undoButton(), &redoButton(), &infoButton(), &logoButton() };
+    }
 
     void show()
     {
@@ -47,16 +53,16 @@ protected:
 TEST_F (PluginHeaderComponentTest, HoldsABarAndFourButtons)
 {
     ASSERT_EQ (header.getNumChildComponents(), 5);
-    EXPECT_EQ (header.getChildComponent (0), &header.getPresetsBar());
+    EXPECT_EQ (header.getPresetsBar().getParentComponent(), &header);
     EXPECT_EQ (&logoButton(), &header.getLogoButton());
     EXPECT_TRUE (header.isOpaque());
     EXPECT_FALSE (header.isTimerRunning());
 
-    for (auto i = 1; i < 5; ++i)
+    for (auto* const button : allButtons())
     {
-        EXPECT_TRUE (getButton (i).isVisible());
-        EXPECT_TRUE (getButton (i).getTriggeredOnMouseDown());
-        EXPECT_EQ (getButton (i).getStyle(), juce::DrawableButton::ImageFitted);
+        EXPECT_TRUE (button->isVisible());
+        EXPECT_TRUE (button->getTriggeredOnMouseDown());
+        EXPECT_EQ (button->getStyle(), juce::DrawableButton::ImageFitted);
     }
 }
 
@@ -142,8 +148,11 @@ TEST_F (PluginHeaderComponentTest, LeavesTheLayoutToALookThatHasOne)
     header.setLookAndFeel (&ownLayout);
     header.setSize (1050, 69);
 
-    for (auto i = 0; i < 5; ++i)
-        EXPECT_EQ (header.getChildComponent (i)->getBounds(), Bounds (i, 0, 1, 69)) << i;
+    auto x = 0;
+    EXPECT_EQ (header.getPresetsBar().getBounds(), Bounds (x++, 0, 1, 69));
+
+    for (const auto* const button : allButtons())
+        EXPECT_EQ (button->getBounds(), Bounds (x++, 0, 1, 69)) << button->getName();
 
     header.setLookAndFeel (nullptr);
 }
@@ -209,8 +218,8 @@ TEST_F (PluginHeaderComponentTest, WithoutAnUndoManagerUndoAndRedoDoNothing)
 {
     PluginHeaderComponent other (product.getPresetsManager(), nullptr);
 
-    for (const auto index : { 1, 2 })
-        dynamic_cast<juce::Button&> (*other.getChildComponent (index)).onClick();
+    for (const auto* const name : { "undo", "redo" })
+        test::getChildNamed<juce::Button> (other, name).onClick();
 }
 
 const juce::DrawablePath& asPath (const juce::Component* image)
@@ -229,7 +238,7 @@ std::vector<juce::Colour> getColours (juce::DrawableButton& button)
     add (button.getDownImage());
 
     button.setEnabled (false);
-    add (button.getChildComponent (0));
+    add (test::findComponent<juce::DrawablePath> (button));
     button.setEnabled (true);
 
     button.setToggleState (true, juce::dontSendNotification);
@@ -280,10 +289,12 @@ TEST_F (PluginHeaderComponentTest, TheTimerShowsTheArrowsUnderTheMouse)
 {
     show();
     auto& bar = header.getPresetsBar();
+    const auto& previous = *bar.findChildWithID (PresetsBar::previousButtonId);
+    const auto& next = *bar.findChildWithID (PresetsBar::nextButtonId);
     const auto arrowsAreVisible = [&]
     {
-        EXPECT_EQ (bar.getChildComponent (0)->isVisible(), bar.getChildComponent (1)->isVisible());
-        return bar.getChildComponent (0)->isVisible();
+        EXPECT_EQ (previous.isVisible(), next.isVisible());
+        return previous.isVisible();
     };
 
     juce::Component elsewhere;

@@ -299,7 +299,7 @@ void expectArrowColours (juce::Button& button, juce::Colour background)
     arrow.setToggleState (false, juce::dontSendNotification);
 
     arrow.setEnabled (false);
-    strength (arrow.getChildComponent (0), 0.7f);
+    strength (test::findComponent<juce::DrawablePath> (arrow), 0.7f);
     arrow.setEnabled (true);
 }
 

@@ -35,6 +35,16 @@ protected:
         return menu;
     }
 
+    /** An item of the menu by its text, as a screen reader is told it. */
+    static juce::Component& getItem (juce::Component& menu, const juce::String& text)
+    {
+        for (auto* const item : menu.getChildren())
+            if (const auto* const handler = item->getAccessibilityHandler(); handler && handler->getTitle() == text)
+                return *item;
+
+        throw std::runtime_error ("no item " + text.toStdString());
+    }
+
     static void click (juce::Component& item)
     {
         // The menu asks the system where the mouse is, and follows it there by a timer.
@@ -70,9 +80,9 @@ TEST_F (PresetsMenuWindowTest, AClickOnAnItemLoadsThePreset)
 
     // Save, Save as, a separator, the folder, the bank's title, a, b.
     ASSERT_EQ (menu->getNumChildComponents(), 7);
-    EXPECT_EQ (menu->getChildComponent (6)->getHeight(), 28);
+    EXPECT_EQ (getItem (*menu, "b").getHeight(), 28);
     EXPECT_GE (menu->getWidth(), presetsButton().getWidth());
-    click (*menu->getChildComponent (6));
+    click (getItem (*menu, "b"));
 
     EXPECT_TRUE (runMessageLoopUntil ([this] { return presetsButton().getButtonText() == "b"; }));
     EXPECT_FLOAT_EQ (product.get ("level"), 2.0f);
@@ -89,7 +99,7 @@ TEST_F (PresetsMenuWindowTest, ItemsAreRoundedToWholePixels)
 
     auto* const menu = openMenu();
     ASSERT_NE (menu, nullptr);
-    EXPECT_EQ (menu->getChildComponent (menu->getNumChildComponents() - 1)->getHeight(), 29); // of 28.7
+    EXPECT_EQ (getItem (*menu, "a").getHeight(), 29); // of 28.7
     juce::PopupMenu::dismissAllActiveMenus();
     EXPECT_TRUE (closed());
 }
@@ -130,7 +140,7 @@ TEST_F (PresetsMenuWindowTest, TheBarMayCloseWhileItsMenuIsOpen)
     ASSERT_NE (menu, nullptr);
 
     bar.reset();
-    click (*menu->getChildComponent (5));
+    click (getItem (*menu, "a"));
     EXPECT_TRUE (closed());
     runMessageLoopFor (50);
     EXPECT_EQ (presets.getCurrentPresetFile(), juce::File());

@@ -1,6 +1,7 @@
 #include "varlo/lookAndFeel/ButtonPainter.h"
 
 #include "pluginCore/editor/DefaultLookAndFeel.h"
+#include "support/FindComponent.h"
 #include "support/PresetSandbox.h"
 #include "support/Rendering.h"
 #include "support/TemporaryHome.h"
@@ -286,7 +287,7 @@ TEST (PresetsBarButtonTest, IsDarkWithALightCaptionUntilItIsOn)
     test::TestProduct product (sandbox.getLocations());
     pluginCore::PresetsBar bar (product.getPresetsManager());
     bar.setSize (300, 40);
-    auto& button = dynamic_cast<juce::TextButton&> (*bar.getChildComponent (2));
+    auto& button = *test::findComponent<juce::TextButton> (bar);
 
     const auto off = render (button);
     EXPECT_EQ (off.getPixelAt (10, 20), groove);

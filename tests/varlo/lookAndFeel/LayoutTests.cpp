@@ -1,5 +1,6 @@
 #include "pluginCore/editor/DefaultLookAndFeel.h"
 #include "pluginCore/presetsBar/PresetsBar.h"
+#include "support/FindComponent.h"
 #include "support/PresetSandbox.h"
 #include "support/TemporaryHome.h"
 #include "support/TestProduct.h"
@@ -34,27 +35,31 @@ const HeaderCase headerCases[] {
 class LookLayoutTest : public testing::Test
 {
 protected:
-    static Area boundsOf (juce::Component& parent, int index) { return parent.getChildComponent (index)->getBounds(); }
-
     const pluginCore::DefaultLookAndFeel<PluginLookAndFeel> defaultLook;
     PluginLookAndFeel& look = dynamic_cast<PluginLookAndFeel&> (juce::LookAndFeel::getDefaultLookAndFeel());
     const test::TemporaryHome home;
     const test::PresetSandbox sandbox;
     test::TestProduct product { sandbox.getLocations() };
     pluginCore::PluginHeaderComponent header { product.getPresetsManager(), nullptr };
+    const juce::Component& info = test::getChildNamed<juce::Button> (header, "info");
+    const juce::Component& undo = test::getChildNamed<juce::Button> (header, "undo");
+    const juce::Component& redo = test::getChildNamed<juce::Button> (header, "redo");
     pluginCore::PresetsBar bar { product.getPresetsManager() };
+    const juce::Component& previous = *bar.findChildWithID (pluginCore::PresetsBar::previousButtonId);
+    const juce::Component& next = *bar.findChildWithID (pluginCore::PresetsBar::nextButtonId);
+    const juce::Component& presets = *test::findComponent<juce::TextButton> (bar);
 };
 
 TEST_F (LookLayoutTest, HeaderHasTheLogoAtTheLeftAndTheInformationAtTheRight)
 {
-    for (const auto& [width, height, logo, info, barArea] : headerCases)
+    for (const auto& [width, height, logoArea, infoArea, barArea] : headerCases)
     {
         header.setSize (width, height);
-        EXPECT_EQ (header.getLogoButton().getBounds(), logo) << width << " x " << height;
-        EXPECT_EQ (boundsOf (header, 3), info) << width << " x " << height;
+        EXPECT_EQ (header.getLogoButton().getBounds(), logoArea) << width << " x " << height;
+        EXPECT_EQ (info.getBounds(), infoArea) << width << " x " << height;
         EXPECT_EQ (header.getPresetsBar().getBounds(), barArea) << width << " x " << height;
-        EXPECT_EQ (boundsOf (header, 1), Area()) << "undo has no place";
-        EXPECT_EQ (boundsOf (header, 2), Area()) << "redo has no place";
+        EXPECT_EQ (undo.getBounds(), Area()) << "undo has no place";
+        EXPECT_EQ (redo.getBounds(), Area()) << "redo has no place";
     }
 }
 
@@ -75,12 +80,12 @@ const BarCase barCases[] {
 
 TEST_F (LookLayoutTest, BarHasBothArrowsInset)
 {
-    for (const auto& [width, height, previous, presets, next] : barCases)
+    for (const auto& [width, height, previousArea, presetsArea, nextArea] : barCases)
     {
         bar.setSize (width, height);
-        EXPECT_EQ (boundsOf (bar, 0), previous) << width << " x " << height;
-        EXPECT_EQ (boundsOf (bar, 1), next) << width << " x " << height;
-        EXPECT_EQ (boundsOf (bar, 2), presets) << width << " x " << height;
+        EXPECT_EQ (previous.getBounds(), previousArea) << width << " x " << height;
+        EXPECT_EQ (next.getBounds(), nextArea) << width << " x " << height;
+        EXPECT_EQ (presets.getBounds(), presetsArea) << width << " x " << height;
     }
 }
 

@@ -71,12 +71,6 @@ float LiteralModel::Ramp::next()
     return current;
 }
 
-void LiteralModel::DelayLine::clear()
-{
-    std::fill (memory.begin(), memory.end(), 0.0f);
-    writeIndex = 0;
-}
-
 float LiteralModel::DelayLine::writeAndRead (float input, float delaySamples)
 {
     const auto size = (int) memory.size();

@@ -57,7 +57,8 @@ private:
         std::vector<float> memory = std::vector<float> (4);
         int writeIndex = 0;
 
-        void clear();
+        void clear() { *this = { std::vector<float> (memory.size()) }; }
+
         float writeAndRead (float input, float delaySamples);
     };
 

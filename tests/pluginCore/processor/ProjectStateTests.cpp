@@ -296,40 +296,6 @@ TEST_F (ProjectStateTest, WithoutAMarkTheParametersDecide)
     EXPECT_EQ (log.takeEvents(), "dirty");
 }
 
-TEST_F (ProjectStateTest, LocksHoldFromTheNextStateOn)
-{
-    product.set ("level", 1.0f);
-    openProject (product,
-                 "<TestProduct lockedParams='level'><PARAMS><PARAM id='level' value='10'/></PARAMS></TestProduct>");
-    EXPECT_EQ (product.get ("level"), 10.0f);
-
-    openProject (product,
-                 "<TestProduct lockedParams='time'><PARAMS><PARAM id='level' value='20'/><PARAM id='time' value='30'/>"
-                 "</PARAMS></TestProduct>");
-    EXPECT_EQ (product.get ("level"), 10.0f);
-    EXPECT_EQ (product.get ("time"), 30.0f);
-
-    openProject (
-        product,
-        "<TestProduct><PARAMS><PARAM id='level' value='40'/><PARAM id='time' value='50'/></PARAMS></TestProduct>");
-    EXPECT_EQ (product.get ("level"), 40.0f);
-    EXPECT_EQ (product.get ("time"), 30.0f);
-    EXPECT_TRUE (textOf (saveProject (product)).contains ("lockedParams=\"\""));
-}
-
-TEST_F (ProjectStateTest, LockedParametersSurvivePresets)
-{
-    const auto preset = makeCurrent (locations().userFolder.getChildFile ("a.test"));
-    openProject (
-        product,
-        "<TestProduct lockedParams='level;time'><PARAMS><PARAM id='level' value='10'/><PARAM id='time' value='20'/>"
-        "</PARAMS></TestProduct>");
-    product.getPresetsManager().loadPreset (preset);
-
-    EXPECT_EQ (product.get ("level"), 10.0f);
-    EXPECT_EQ (product.get ("time"), 20.0f);
-}
-
 TEST_F (ProjectStateTest, OfAnotherProductStillSetsPresetMarkAndLocks)
 {
     openProject (product,

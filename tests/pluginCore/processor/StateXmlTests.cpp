@@ -17,27 +17,6 @@ juce::String textOf (const juce::XmlElement& xml)
     return xml.toString (juce::XmlElement::TextFormat().singleLine().withoutHeader());
 }
 
-/** Counts the gestures of a parameter and notes its values. */
-class GestureLog final : public juce::AudioProcessorParameter::Listener
-{
-public:
-    explicit GestureLog (juce::AudioProcessorParameter& parameterToWatch) : parameter (parameterToWatch)
-    {
-        parameter.addListener (this);
-    }
-
-    ~GestureLog() override { parameter.removeListener (this); }
-
-    juce::StringArray events;
-
-private:
-    void parameterValueChanged (int, float value) override { events.add (juce::String (value, 2)); }
-
-    void parameterGestureChanged (int, bool starts) override { events.add (starts ? "begin" : "end"); }
-
-    juce::AudioProcessorParameter& parameter;
-};
-
 class StateXmlTest : public testing::Test
 {
 protected:
@@ -370,29 +349,6 @@ TEST_F (StateXmlTest, HooksMayChangeWhatIsMerged)
     restore ("<TestProduct><Settings/></TestProduct>", false);
     EXPECT_EQ (product.restoredTrees.size(), 2);
     EXPECT_EQ (product.dataTree["convert"].toString(), "1");
-}
-
-TEST_F (StateXmlTest, LockedParametersKeepTheirValue)
-{
-    product.set ("level", 10.0f);
-    product.set ("time", 20.0f);
-    lock ("nobody;level;;level");
-    GestureLog level (*product.getValueTreeState().getParameter ("level"));
-    GestureLog time (*product.getValueTreeState().getParameter ("time"));
-    restore (
-        "<TestProduct><PARAMS><PARAM id='level' value='30'/><PARAM id='time' value='1000'/></PARAMS></TestProduct>");
-
-    EXPECT_EQ (product.get ("level"), 10.0f);
-    EXPECT_EQ (product.get ("time"), 1000.0f);
-    EXPECT_EQ (level.events.joinIntoString (" "), "0.30 begin 0.10 end begin 0.10 end");
-    EXPECT_EQ (time.events.joinIntoString (" "), "1.00");
-}
-
-TEST_F (StateXmlTest, WithoutLocksNoGestureIsSent)
-{
-    GestureLog level (*product.getValueTreeState().getParameter ("level"));
-    restore ("<TestProduct><PARAMS><PARAM id='level' value='30'/></PARAMS></TestProduct>");
-    EXPECT_EQ (level.events.joinIntoString (" "), "0.30");
 }
 
 TEST_F (StateXmlTest, ElementNameLeavesOutWhatXmlCannotHold)

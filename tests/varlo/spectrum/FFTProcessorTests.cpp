@@ -4,15 +4,13 @@
 #include "support/Signals.h"
 #include "support/ThreadPriority.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <atomic>
 #include <cerrno>
 #include <chrono>
-#include <cmath>
 #include <csignal>
 #include <memory>
-#include <optional>
 #include <pthread.h>
 #include <thread>
 #include <unistd.h>
@@ -24,9 +22,7 @@ namespace
 using cv::test::getStartPriority;
 using cv::test::noise;
 using cv::test::runMessageLoopFor;
-using cv::test::runMessageLoopUntil;
 using cv::test::sine;
-using testing::ElementsAre;
 
 void pushMono (FFTProcessor& processor, const float* samples, int numSamples)
 {
@@ -292,85 +288,6 @@ TEST (FFTProcessor, FramesAreWholeAgainAfterAReaderWasOverrun)
     const auto expected = expectedFramesOf (signal);
     ASSERT_EQ (frames.size(), 31u);
     EXPECT_TRUE (std::equal (expected.begin(), expected.end(), frames.end() - 16));
-}
-
-TEST (FFTProcessor, AnotherRateIsToldOnTheMessageThread)
-{
-    FFTProcessor processor;
-    std::vector<double> told;
-    auto onMessageThread = false;
-    processor.onSampleRateChanged = [&] (double rate)
-    {
-        told.push_back (rate);
-        onMessageThread = juce::MessageManager::existsAndIsCurrentThread();
-    };
-
-    std::atomic prepared { false };
-    juce::Thread::launch (
-        [&]
-        {
-            processor.prepareToPlay (96000.0);
-            prepared = true;
-        });
-
-    ASSERT_TRUE (waitUntil ([&] { return prepared.load(); }));
-    EXPECT_EQ (processor.sampleRate.load(), 96000.0);
-    EXPECT_THAT (told, testing::IsEmpty());
-
-    EXPECT_TRUE (runMessageLoopUntil ([&] { return ! told.empty(); }));
-    EXPECT_THAT (told, ElementsAre (96000.0));
-    EXPECT_TRUE (onMessageThread);
-}
-
-TEST (FFTProcessor, SameRateIsNotTold)
-{
-    FFTProcessor processor;
-    auto numCalls = 0;
-    processor.onSampleRateChanged = [&] (double) { ++numCalls; };
-
-    processor.prepareToPlay (44100.0);
-    processor.prepareToPlay (std::nextafter (44100.0, 50000.0));
-    runMessageLoopFor (20);
-    EXPECT_EQ (numCalls, 0);
-    EXPECT_EQ (processor.sampleRate.load(), 44100.0);
-
-    processor.prepareToPlay (48000.0);
-    processor.prepareToPlay (48000.0);
-    EXPECT_TRUE (runMessageLoopUntil ([&] { return numCalls > 0; }));
-    runMessageLoopFor (20);
-    EXPECT_EQ (numCalls, 1);
-}
-
-TEST (FFTProcessor, RateIsToldAsItStandsWhenTheMessageArrives)
-{
-    FFTProcessor processor;
-    std::vector<double> told;
-    processor.onSampleRateChanged = [&] (double rate) { told.push_back (rate); };
-
-    processor.prepareToPlay (48000.0);
-    processor.prepareToPlay (96000.0);
-    EXPECT_TRUE (runMessageLoopUntil ([&] { return told.size() == 2; }));
-    EXPECT_THAT (told, ElementsAre (96000.0, 96000.0));
-}
-
-TEST (FFTProcessor, RateWithoutAListenerIsKept)
-{
-    FFTProcessor processor;
-    processor.prepareToPlay (48000.0);
-    runMessageLoopFor (20);
-    EXPECT_EQ (processor.sampleRate.load(), 48000.0);
-}
-
-TEST (FFTProcessor, RateThatIsToldTooLateIsToldToNobody)
-{
-    std::optional<FFTProcessor> processor (std::in_place);
-    auto numCalls = 0;
-    processor->onSampleRateChanged = [&] (double) { ++numCalls; };
-    processor->prepareToPlay (48000.0);
-    processor.reset();
-
-    runMessageLoopFor (20);
-    EXPECT_EQ (numCalls, 0);
 }
 
 TEST (FFTProcessor, AnotherRateClearsNothing)

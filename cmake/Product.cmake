@@ -1,12 +1,13 @@
 # cv_add_product(NAME
 #     CODE <4 letters> VERSION <x.y.z> DESCRIPTION <text> YEAR <of its release> WEB_SITE <url>
 #     VST3_CATEGORIES <words...>
-#     LV2_URI <uri> LV2_CLASS <class> LV2_DESCRIPTION <file.ttl>
-#     RESOURCES <target> SOURCES <sources...>)
+#     LV2_URI <uri> LV2_CLASS <class> [LV2_DESCRIPTION <file.ttl>]
+#     [RESOURCES <target>] SOURCES <sources...>)
 #
 # A product on cv::pluginCore: VST3 and LV2 bundles and a standalone, NAME_VST3, NAME_LV2 and NAME_Standalone. SOURCES
 # are its own code, createPluginFilter() included: an object library cv_<name>, whose include path is the calling folder.
-# RESOURCES is what juce_add_binary_data made. All code is in the archive NAME, which compiles nothing but JUCE itself.
+# RESOURCES is what juce_add_binary_data made, LV2_DESCRIPTION what JUCE doesn't tell of the LV2 plug-in: the units of its
+# parameters, say. All code is in the archive NAME, which compiles nothing but JUCE itself.
 #
 # Hosts find saved projects by CODE, from which the class IDs in the factory follow, and by LV2_URI: they never change.
 
@@ -65,10 +66,9 @@ function(cv_add_product name)
             cv_juce_config)
 
     # The bundles carry every resource. Of an archive, the linker takes only what some code names.
-    foreach(bundle IN ITEMS ${name}_VST3 ${name}_LV2)
-        target_sources(${bundle} PRIVATE
-            $<TARGET_OBJECTS:cv_pluginCore_resources>
-            $<TARGET_OBJECTS:${arg_RESOURCES}>)
+    foreach(resources IN ITEMS cv_pluginCore_resources ${arg_RESOURCES})
+        target_sources(${name}_VST3 PRIVATE $<TARGET_OBJECTS:${resources}>)
+        target_sources(${name}_LV2 PRIVATE $<TARGET_OBJECTS:${resources}>)
     endforeach()
 
     cv_let_vst3_blocks_grow(${name}_VST3)

@@ -112,7 +112,8 @@ class Tests:
         return SURVIVED, []
 
     def in_order_for(self, source):
-        source = pathlib.PurePosixPath(source)
+        # Tests are in the same folder layout, but for the outer folder of a layer.
+        source = pathlib.PurePosixPath(*pathlib.PurePosixPath(source).parts[1:])
         same_name, same_folder, others = [], [], []
 
         for suite in self.programs:

@@ -27,6 +27,10 @@ constexpr const char* embeddedFiles[] {
     "translations/en.txt",
     "translations/es.txt",
     "translations/fr.txt",
+    "translations/help_en.txt",
+    "translations/help_es.txt",
+    "translations/help_fr.txt",
+    "translations/help_pt.txt",
     "translations/pt.txt",
 };
 

@@ -12,10 +12,14 @@ namespace cv::pluginCore
 namespace
 {
 const std::array languages {
-    Language { "en", "eng", resources::en_txt, resources::en_txtSize },
-    Language { "fr", "fre", resources::fr_txt, resources::fr_txtSize },
-    Language { "es", "spa", resources::es_txt, resources::es_txtSize },
-    Language { "pt", "por", resources::pt_txt, resources::pt_txtSize },
+    Language { "en", "eng", resources::en_txt, resources::en_txtSize, resources::help_en_txt,
+               resources::help_en_txtSize },
+    Language { "fr", "fre", resources::fr_txt, resources::fr_txtSize, resources::help_fr_txt,
+               resources::help_fr_txtSize },
+    Language { "es", "spa", resources::es_txt, resources::es_txtSize, resources::help_es_txt,
+               resources::help_es_txtSize },
+    Language { "pt", "por", resources::pt_txt, resources::pt_txtSize, resources::help_pt_txt,
+               resources::help_pt_txtSize },
 };
 } // namespace
 
@@ -57,8 +61,12 @@ bool LocalisedStringsManager::setLanguage (const juce::String& code)
         const auto text = juce::String::createStringFromData (language->table, language->tableBytes);
         languageCode = code;
 
+        const auto help = juce::String::createStringFromData (language->help, language->helpBytes);
+        auto anyCase = std::make_unique<juce::LocalisedStrings> (text, true);
+        anyCase->setFallback (std::make_unique<juce::LocalisedStrings> (help, false).release());
+
         auto mappings = std::make_unique<juce::LocalisedStrings> (text, false);
-        mappings->setFallback (new juce::LocalisedStrings (text, true));
+        mappings->setFallback (anyCase.release());
         juce::LocalisedStrings::setCurrentMappings (mappings.release());
     }
 

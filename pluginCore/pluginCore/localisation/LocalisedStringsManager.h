@@ -13,6 +13,8 @@ struct Language
     const char* threeLetterCode; // some systems tell this one
     const char* table;           // UTF-8, as resources/translations has it
     int tableBytes;
+    const char* help; // the same for what the window doesn't show: names for screen readers, and help
+    int helpBytes;
 };
 
 /** Puts one of the embedded translation tables in force, for juce::translate and TRANS.
@@ -43,7 +45,8 @@ public:
     /** Puts the table of a language, by its two-letter code, in force and returns true. A code of none changes
         nothing and returns false. languageChanged() is called either way.
 
-        Texts are looked up exactly first, then without regard to case; a text in no row stays itself.
+        Texts are looked up exactly first, then without regard to case, then among the help; a text in no row stays
+        itself.
     */
     bool setLanguage (const juce::String& code);
 

@@ -47,6 +47,7 @@ PluginEditor::PluginEditor (PluginProcessor& processorToEdit)
     setConstrainer (&sizeConstrainer);
     setResizable (true, false);
     addAndMakeVisible (cornerResizer);
+    cornerResizer.setAccessible (false); // it takes the mouse alone
     cornerResizer.setAlwaysOnTop (true);
 
     addComponentListener (&editorListener);
@@ -72,6 +73,7 @@ void PluginEditor::open()
     changeLogView.downloadUrl = juce::URL (pluginProcessor.getProductUrl());
     takeRememberedSize();
     sendLookAndFeelChange();
+    focusRing.watchControls();
 }
 
 void PluginEditor::askForUpdates()
@@ -239,10 +241,14 @@ void PluginEditor::showChangeLog()
 
 void PluginEditor::hideChangeLog()
 {
+    const auto hadKeyboard = changeLogView.hasKeyboardFocus (true);
     changeLogView.setVisible (false);
 
     for (auto* child : getChildren())
         child->setEnabled (true);
+
+    if (hadKeyboard)
+        grabKeyboardFocus();
 }
 
 juce::String PluginEditor::getSetting (const juce::Identifier& key, const juce::String& defaultText) const

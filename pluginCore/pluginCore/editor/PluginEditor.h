@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pluginCore/editor/DefaultLookAndFeel.h"
+#include "pluginCore/editor/FocusRing.h"
 #include "pluginCore/editor/PluginMoveDetector.h"
 #include "pluginCore/editor/WindowFrontListener.h"
 #include "pluginCore/lookAndFeel/LookAndFeel.h"
@@ -15,7 +16,7 @@ namespace cv::pluginCore
 class PluginProcessor;
 
 /** What every product's window has: the shared look, a size that fits the screen and is remembered, a corner to
-    drag, the question for a newer version, and menus that close when the window moves or loses the foreground.
+    drag, a ring around what has the keyboard, the question for a newer version, and menus that close when the window moves or loses the foreground.
     A product derives its editor from it and adds the controls.
 
     A size that the user drags at the corner becomes the default for new instances; one that comes from the host
@@ -114,6 +115,7 @@ private:
     const juce::int64 lastChangeLogTime; // milliseconds since 1970
 
     UpdateChecker updateChecker;
+    FocusRing focusRing { *this };
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (PluginEditor)
 };

@@ -1,6 +1,7 @@
 #include "pluginCore/lookAndFeel/LookAndFeel.h"
 
 #include "pluginCore/lookAndFeel/FileRowPainter.h"
+#include "pluginCore/lookAndFeel/FocusOutlinePainter.h"
 #include "pluginCore/lookAndFeel/LabelPainter.h"
 #include "pluginCore/lookAndFeel/Markers.h"
 #include "pluginCore/lookAndFeel/ScrollBarAndTreePainter.h"
@@ -133,6 +134,15 @@ juce::Font LookAndFeel::getLabelFont (juce::Label& label)
 {
     const auto isBold = (bool) label.getProperties()["bold"];
     return (isBold ? labelBoldFont : labelFont).withHeight (getLabelFontHeight (label));
+}
+
+std::unique_ptr<juce::FocusOutline> LookAndFeel::createFocusOutlineForComponent (juce::Component&)
+{
+    constexpr auto thinnest = 1.0f, heightProportion = 0.0035f;
+
+    const auto thickness = juce::jmax (thinnest, heightProportion * (float) editorHeight);
+    return std::make_unique<juce::FocusOutline> (
+        std::make_unique<FocusOutlinePainter> (findColour (juce::Label::textColourId), thickness));
 }
 
 juce::BorderSize<int> LookAndFeel::getLabelBorderSize (juce::Label&)

@@ -107,6 +107,9 @@ public:
     void drawLabel (juce::Graphics&, juce::Label&) override;
     juce::Font getLabelFont (juce::Label&) override;
 
+    /** A frame in the colour of labels, whose thickness follows the editor's height. */
+    std::unique_ptr<juce::FocusOutline> createFocusOutlineForComponent (juce::Component&) override;
+
     /** No border, whatever the label asks for. */
     juce::BorderSize<int> getLabelBorderSize (juce::Label&) override;
 

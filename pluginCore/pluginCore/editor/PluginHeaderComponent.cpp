@@ -46,7 +46,27 @@ PluginHeaderComponent::PluginHeaderComponent (PresetsManager& store, juce::UndoM
         addAndMakeVisible (button);
     }
 
+    nameButtons();
     updateButtonImages();
+}
+
+/** For those who don't see them, in the order of the Tab key. */
+void PluginHeaderComponent::nameButtons()
+{
+    logoButton.setTitle (juce::translate ("About"));
+    logoButton.setTooltip (juce::translate ("Show the version and the maker"));
+    infoButton.setTitle (logoButton.getTitle());
+    infoButton.setTooltip (logoButton.getTooltip());
+    undoButton.setTitle (juce::translate ("Undo"));
+    undoButton.setTooltip (juce::translate ("Undo the last change"));
+    redoButton.setTitle (juce::translate ("Redo"));
+    redoButton.setTooltip (juce::translate ("Redo the change that was undone last"));
+
+    auto place = 0;
+
+    for (auto* const component :
+         std::initializer_list<juce::Component*> { &logoButton, &undoButton, &redoButton, &presetsBar, &infoButton })
+        component->setExplicitFocusOrder (++place);
 }
 
 PluginHeaderComponent::~PluginHeaderComponent() = default;
@@ -107,11 +127,20 @@ void PluginHeaderComponent::setButtonShape (juce::DrawableButton& button,
 void PluginHeaderComponent::resized()
 {
     if (auto* const methods = dynamic_cast<LookAndFeelMethods*> (&getLookAndFeel()))
-    {
         methods->positionHeaderComponents (*this, presetsBar, undoButton, redoButton, infoButton, logoButton);
-        return;
-    }
+    else
+        positionComponents();
 
+    // A look-and-feel may give these two no place.
+    for (auto* const button : { &undoButton, &redoButton })
+    {
+        button->setWantsKeyboardFocus (! button->getBounds().isEmpty());
+        button->setAccessible (! button->getBounds().isEmpty());
+    }
+}
+
+void PluginHeaderComponent::positionComponents()
+{
     auto area = withoutMargins (getLocalBounds(), 0.03f, 0.1f);
     const auto infoWidth = area.proportionOfWidth (0.2f);
     logoButton.setBounds (area.removeFromLeft (infoWidth / 2));

@@ -64,6 +64,8 @@ public:
     std::function<void()> onLogoClicked;
 
 private:
+    void nameButtons();
+    void positionComponents();
     void updateButtonImages();
 
     PresetsBar presetsBar;

@@ -7,6 +7,7 @@ namespace cv::pluginCore
 DisplayTextComponent::DisplayTextComponent()
 {
     textEditor.setReadOnly (true);
+    textEditor.setEscapeAndReturnKeysConsumed (false);
     textEditor.setMultiLine (true, true);
     addAndMakeVisible (textEditor);
 

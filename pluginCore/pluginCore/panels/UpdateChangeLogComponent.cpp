@@ -57,11 +57,9 @@ UpdateChangeLogComponent::UpdateChangeLogComponent (UrlOpener openUrl)
     , closeButton (juce::translate ("close"))
 {
     downloadButton.onClick = [this] { openDownloadPage(); };
-    closeButton.onClick = [this]
-    {
-        if (onClose != nullptr)
-            onClose();
-    };
+    closeButton.onClick = [this] { close(); };
+    setTitle (juce::translate ("An update is available"));
+    getTextEditor().setTitle (getTitle());
 
     addAndMakeVisible (titleLabel);
     addAndMakeVisible (downloadButton);
@@ -81,6 +79,21 @@ bool UpdateChangeLogComponent::setChangeLog (const juce::String& text)
 
     textEditor.setText (shown, false);
     return true;
+}
+
+bool UpdateChangeLogComponent::keyPressed (const juce::KeyPress& key)
+{
+    if (key != juce::KeyPress::escapeKey)
+        return false;
+
+    close();
+    return true;
+}
+
+void UpdateChangeLogComponent::close()
+{
+    if (onClose != nullptr)
+        onClose();
 }
 
 void UpdateChangeLogComponent::openDownloadPage()

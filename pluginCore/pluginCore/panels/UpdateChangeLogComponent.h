@@ -58,12 +58,16 @@ public:
     /** Holds what is shown of the change log. */
     juce::TextEditor& getTextEditor() noexcept { return textPanel.getTextEditor(); }
 
+    /** Escape closes. */
+    bool keyPressed (const juce::KeyPress&) override;
+
     void paint (juce::Graphics&) override;
     void resized() override;
     void colourChanged() override;
     void lookAndFeelChanged() override;
 
 private:
+    void close();
     void openDownloadPage();
 
     /** The box, in proportions of this component. */

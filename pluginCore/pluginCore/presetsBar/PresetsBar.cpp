@@ -96,6 +96,14 @@ PresetsBar::PresetsBar (PresetsManager& store) : presetsManager (store)
         addAndMakeVisible (button);
     }
 
+    previousButton.setTitle (juce::translate ("Previous preset"));
+    previousButton.setTooltip (juce::translate ("Load the preset before the current one"));
+    nextButton.setTitle (juce::translate ("Next preset"));
+    nextButton.setTooltip (juce::translate ("Load the preset after the current one"));
+    presetsButton.setTitle (juce::translate ("Presets"));
+    presetsButton.setTooltip (juce::translate ("Click to open a menu"));
+    setTabOrder();
+
     presetsManager.addListener (this);
     rebuildMenu();
     addMouseListener (this, true);
@@ -107,6 +115,15 @@ PresetsBar::~PresetsBar()
 {
     presetsManager.removeListener (this);
     cancelPendingUpdate();
+}
+
+/** From left to right: the arrows lie a little lower than the button between them. */
+void PresetsBar::setTabOrder()
+{
+    auto place = 0;
+
+    for (auto* const button : std::initializer_list<juce::Button*> { &previousButton, &presetsButton, &nextButton })
+        button->setExplicitFocusOrder (++place);
 }
 
 void PresetsBar::paint (juce::Graphics& g)
@@ -301,5 +318,6 @@ void PresetsBar::handleAsyncUpdate()
 
     presetsButton.setButtonText (getShapeableLine (current.getFileNameWithoutExtension())
                                  + (presetsManager.isDirty() ? "*" : ""));
+    presetsButton.setTitle (juce::translate ("Presets") + ", " + presetsButton.getButtonText());
 }
 } // namespace cv::pluginCore

@@ -87,6 +87,7 @@ public:
     const juce::StringArray& getPresetPaths() const noexcept { return presetPaths; }
 
 private:
+    void setTabOrder();
     void rebuildMenu();
     void addBankToMenu (const juce::File& folder, const juce::String& title, int& nextItemId);
     void addPresetsToMenu (juce::PopupMenu& menu, const PresetTree& folder, int& nextItemId, juce::StringArray& paths);

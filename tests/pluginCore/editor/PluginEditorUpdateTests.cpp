@@ -3,6 +3,7 @@
 #include "support/EditorWindow.h"
 #include "support/FixedTime.h"
 #include "support/HttpServer.h"
+#include "support/Keys.h"
 #include "support/MessageLoop.h"
 #include "support/PresetSandbox.h"
 #include "support/TemporaryHome.h"
@@ -122,6 +123,19 @@ TEST_F (PluginEditorUpdateTest, NewVersionIsShownFromEndToEnd)
     }
 
     EXPECT_EQ (server.getRequests().size(), 4);
+}
+
+TEST_F (PluginEditorUpdateTest, EscapeClosesFromTheTextTooAndTheWindowKeepsTheKeyboard)
+{
+    const EditorWindow editor (product);
+    ASSERT_TRUE (overlayAppears (editor));
+    auto& overlay = *editor.find<UpdateChangeLogComponent>();
+    ASSERT_TRUE (cv::test::giveKeyboardTo (overlay.getTextEditor()));
+
+    EXPECT_FALSE (cv::test::pressKey (*editor, juce::KeyPress::spaceKey));
+    EXPECT_TRUE (cv::test::pressKey (*editor, juce::KeyPress::escapeKey));
+    EXPECT_FALSE (overlay.isVisible());
+    EXPECT_TRUE (editor->hasKeyboardFocus (true));
 }
 
 TEST_F (PluginEditorUpdateTest, NothingNewOnlyMovesTheTimeOfTheCheck)

@@ -157,6 +157,29 @@ TEST_F (PluginHeaderComponentTest, LeavesTheLayoutToALookThatHasOne)
     header.setLookAndFeel (nullptr);
 }
 
+TEST_F (PluginHeaderComponentTest, ButtonsAreStopsOfTheTabKeyWhereTheyHaveAPlace)
+{
+    header.setSize (1050, 69);
+    EXPECT_FALSE (undoButton().getWantsKeyboardFocus());
+    EXPECT_FALSE (redoButton().getWantsKeyboardFocus());
+    EXPECT_FALSE (undoButton().isAccessible());
+    EXPECT_FALSE (redoButton().isAccessible());
+
+    OwnLayout ownLayout;
+    header.setLookAndFeel (&ownLayout);
+    header.setSize (1050, 70);
+
+    for (auto* const button : allButtons())
+    {
+        EXPECT_TRUE (button->getWantsKeyboardFocus()) << button->getName();
+        EXPECT_TRUE (button->isAccessible()) << button->getName();
+        EXPECT_TRUE (button->getTitle().isNotEmpty()) << button->getName();
+        EXPECT_TRUE (button->getTooltip().isNotEmpty()) << button->getName();
+    }
+
+    header.setLookAndFeel (nullptr);
+}
+
 TEST_F (PluginHeaderComponentTest, LogoAndInformationDoTheSameOnThePress)
 {
     auto numClicks = 0;

@@ -113,6 +113,16 @@ TEST_F (UpdateChangeLogComponentTest, CloseButtonCallsItsHandler)
     EXPECT_THAT (events, ElementsAre ("close"));
 }
 
+TEST_F (UpdateChangeLogComponentTest, EscapeClosesAndOtherKeysDont)
+{
+    component.onClose = [this] { events.push_back ("close"); };
+
+    EXPECT_FALSE (component.keyPressed (juce::KeyPress (juce::KeyPress::spaceKey)));
+    EXPECT_TRUE (events.empty());
+    EXPECT_TRUE (component.keyPressed (juce::KeyPress (juce::KeyPress::escapeKey)));
+    EXPECT_THAT (events, ElementsAre ("close"));
+}
+
 TEST_F (UpdateChangeLogComponentTest, DownloadButtonOpensThePageAndThenCallsItsHandler)
 {
     component.downloadUrl = juce::URL ("https://example.com/product");

@@ -1,5 +1,6 @@
 #include "varlo/editor/AudioPluginAudioProcessorEditor.h"
 
+#include "support/HostLog.h"
 #include "support/MessageLoop.h"
 #include "support/Mouse.h"
 #include "support/VarloEditorFixture.h"
@@ -10,30 +11,10 @@ namespace cv::varlo
 {
 namespace
 {
+using cv::test::HostLog;
 using cv::test::runMessageLoopUntil;
 using cv::test::sendMouse;
 using testing::ElementsAre;
-
-/** Notes what a host hears of a parameter. */
-class HostLog final : private juce::AudioProcessorParameter::Listener
-{
-public:
-    explicit HostLog (juce::AudioProcessorParameter& parameterToWatch) : parameter (parameterToWatch)
-    {
-        parameter.addListener (this);
-    }
-
-    ~HostLog() override { parameter.removeListener (this); }
-
-    std::vector<std::string> entries;
-
-private:
-    void parameterValueChanged (int, float) override { entries.emplace_back ("value"); }
-
-    void parameterGestureChanged (int, bool begins) override { entries.emplace_back (begins ? "begin" : "end"); }
-
-    juce::AudioProcessorParameter& parameter;
-};
 
 class VarloEditorControlTest : public test::VarloEditorFixture
 {

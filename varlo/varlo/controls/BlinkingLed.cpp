@@ -1,5 +1,6 @@
 #include "varlo/controls/BlinkingLed.h"
 
+#include "varlo/controls/ImageAccessibility.h"
 #include "varlo/lookAndFeel/Palette.h"
 
 namespace cv::varlo
@@ -11,7 +12,18 @@ constexpr int shortestFlashMilliseconds = 20;
 constexpr int shortestTimerIntervalMilliseconds = 1;
 } // namespace
 
+BlinkingLed::BlinkingLed()
+{
+    setTitle (juce::translate ("Tempo light"));
+    setHelpText (juce::translate ("Flashes once in each delay"));
+}
+
 BlinkingLed::~BlinkingLed() = default;
+
+std::unique_ptr<juce::AccessibilityHandler> BlinkingLed::createAccessibilityHandler()
+{
+    return makeImageAccessibility (*this, [this] { return juce::String (blinkIntervalMilliseconds) + " ms"; });
+}
 
 void BlinkingLed::setBlinkInterval (int milliseconds)
 {

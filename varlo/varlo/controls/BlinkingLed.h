@@ -12,7 +12,7 @@ namespace cv::varlo
 class BlinkingLed final : public juce::Component, public juce::Timer
 {
 public:
-    BlinkingLed() = default;
+    BlinkingLed();
     ~BlinkingLed() override;
 
     /** Milliseconds from flash to flash; 0 on a lamp that has never flashed leaves it dark. A longer interval
@@ -27,6 +27,9 @@ public:
 
     void paint (juce::Graphics&) override;
     void timerCallback() override;
+
+    /** Its value is the interval: a reader that asks now and then would only meet a flash by chance. */
+    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
 private:
     void setLit (bool);

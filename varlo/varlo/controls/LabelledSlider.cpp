@@ -4,9 +4,15 @@
 
 namespace cv::varlo
 {
+namespace
+{
+constexpr int longestNameCharacters = 128;
+} // namespace
+
 LabelledSlider::LabelledSlider (juce::AudioProcessorValueTreeState& state,
                                 const juce::String& parameterID,
-                                const juce::String& caption)
+                                const juce::String& caption,
+                                const juce::String& help)
     : parameter (state.getParameter (parameterID))
     , label ({}, caption)
 {
@@ -15,11 +21,14 @@ LabelledSlider::LabelledSlider (juce::AudioProcessorValueTreeState& state,
 
     slider.onDragStart = [this] { isDragged = true; };
     slider.onDragEnd = [this] { isDragged = false; };
+    slider.setTitle (parameter != nullptr ? parameter->getName (longestNameCharacters) : caption);
+    slider.setTooltip (help);
 
     getProperties().set (halfHeightLabels, true);
     addAndMakeVisible (slider);
     addAndMakeVisible (label);
     label.setJustificationType (juce::Justification::centred);
+    label.setAccessible (false); // the knob says it
 }
 
 LabelledSlider::~LabelledSlider()

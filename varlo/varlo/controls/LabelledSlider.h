@@ -1,5 +1,7 @@
 #pragma once
 
+#include "varlo/controls/Knob.h"
+
 #include <juce_audio_processors/juce_audio_processors.h>
 
 namespace cv::varlo
@@ -10,10 +12,13 @@ namespace cv::varlo
 class LabelledSlider final : public juce::Component
 {
 public:
-    /** The tree outlives it. A knob for a parameter that the tree doesn't have moves nothing. */
+    /** The tree outlives it. A knob for a parameter that the tree doesn't have moves nothing. Screen readers say the
+        parameter's name, where the caption may be short for it, and the help.
+    */
     LabelledSlider (juce::AudioProcessorValueTreeState& state,
                     const juce::String& parameterID,
-                    const juce::String& caption);
+                    const juce::String& caption,
+                    const juce::String& help = {});
 
     ~LabelledSlider() override;
 
@@ -22,7 +27,7 @@ public:
 private:
     juce::RangedAudioParameter* const parameter;
     bool isDragged = false;
-    juce::Slider slider { juce::Slider::RotaryVerticalDrag, juce::Slider::TextBoxBelow };
+    Knob slider;
     std::unique_ptr<juce::SliderParameterAttachment> attachment; // goes before the slider does
     juce::Label label;
 

@@ -4,6 +4,8 @@ namespace cv::varlo
 {
 TapButton::TapButton (double maxIntervalMilliseconds) : series (maxIntervalMilliseconds)
 {
+    setTitle (juce::translate ("Tap Tempo"));
+    setTooltip (juce::translate ("Tap in time to set the delay"));
     onClick = [this] { tap(); };
 }
 

@@ -48,9 +48,13 @@ AboutComponent::AboutComponent (pluginCore::PluginProcessor& audioProcessor, Url
     , copyrightLabel ({},
                       juce::String::charToString (0xa9) + " " + juce::String (audioProcessor.getReleaseYear()) + " "
                           + audioProcessor.getProductInfo().company)
-    , linkLabel ({}, makersWebSite.getDomain())
+    , linkLabel (makersWebSite.getDomain())
 {
-    for (auto* const label : { &nameLabel, &versionLabel, &copyrightLabel, &linkLabel, &spareLabel })
+    setTitle (juce::translate ("About"));
+    setWantsKeyboardFocus (true);
+
+    for (auto* const label :
+         std::initializer_list<juce::Label*> { &nameLabel, &versionLabel, &copyrightLabel, &linkLabel, &spareLabel })
     {
         label->setJustificationType (juce::Justification::centred);
         label->setInterceptsMouseClicks (false, false);
@@ -60,12 +64,14 @@ AboutComponent::AboutComponent (pluginCore::PluginProcessor& audioProcessor, Url
     nameLabel.getProperties().set (brightTextProportion, 0.5);
     linkLabel.getProperties().set (brightTextProportion, (double) 0.8f);
 
-    for (auto* const label : { &linkLabel, &spareLabel })
+    for (auto* const label : std::initializer_list<juce::Label*> { &linkLabel, &spareLabel })
         label->setJustificationType (juce::Justification::left | juce::Justification::bottom);
 
     linkLabel.setMouseCursor (juce::MouseCursor::PointingHandCursor);
     linkLabel.setInterceptsMouseClicks (true, false);
     linkLabel.addMouseListener (this, false);
+    linkLabel.onOpen = [this] { openWebSite(); };
+    spareLabel.setAccessible (false);
 
     AboutComponent::colourChanged();
 }
@@ -75,9 +81,64 @@ AboutComponent::~AboutComponent() = default;
 void AboutComponent::mouseDown (const juce::MouseEvent& event)
 {
     if (event.originalComponent == &linkLabel)
-        openUrlInBrowser (makersWebSite);
+        openWebSite();
+    else
+        setVisible (false);
+}
+
+bool AboutComponent::keyPressed (const juce::KeyPress& key)
+{
+    if (key.isKeyCode (juce::KeyPress::tabKey))
+    {
+        moveKeyboardOn();
+        return true;
+    }
+
+    if (key != juce::KeyPress::escapeKey && key != juce::KeyPress::returnKey)
+        return false;
 
     setVisible (false);
+    return true;
+}
+
+/** There is nothing but the link to go to; what the panel covers is out of reach. */
+void AboutComponent::moveKeyboardOn()
+{
+    if (linkLabel.hasKeyboardFocus (false))
+        grabKeyboardFocus();
+    else
+        linkLabel.grabKeyboardFocus();
+}
+
+void AboutComponent::openWebSite()
+{
+    openUrlInBrowser (makersWebSite);
+    setVisible (false);
+}
+
+void AboutComponent::visibilityChanged()
+{
+    if (isShowing())
+    {
+        takeKeyboard();
+    }
+    else if (formerFocus != nullptr && formerFocus->isShowing())
+    {
+        formerFocus->grabKeyboardFocus();
+        formerFocus = nullptr;
+    }
+}
+
+/** Only from its neighbours: what the panel covers must not be moved by keys, but the host keeps what it has. */
+void AboutComponent::takeKeyboard()
+{
+    auto* const focused = getCurrentlyFocusedComponent();
+
+    if (focused != nullptr && getParentComponent() != nullptr && getParentComponent()->isParentOf (focused))
+    {
+        formerFocus = focused;
+        grabKeyboardFocus();
+    }
 }
 
 void AboutComponent::lookAndFeelChanged()

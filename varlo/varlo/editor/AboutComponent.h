@@ -1,6 +1,6 @@
 #pragma once
 
-#include <juce_gui_basics/juce_gui_basics.h>
+#include "varlo/editor/LinkLabel.h"
 
 #include <functional>
 
@@ -27,7 +27,8 @@ AboutLayout layOutAboutPanel (int width, int height);
 juce::Rectangle<int> narrowToText (juce::Rectangle<int> linkArea, int textWidth);
 
 /** A dark panel over the whole editor with the product's name, version and copyright and a link to the maker's
-    web site. A click anywhere hides it. Message thread.
+    web site. A click anywhere hides it, and so do Escape and Return. While it shows, the keyboard is with it. Message
+    thread.
 */
 class AboutComponent final : public juce::Component
 {
@@ -40,20 +41,27 @@ public:
     ~AboutComponent() override;
 
     void mouseDown (const juce::MouseEvent&) override;
+    bool keyPressed (const juce::KeyPress&) override;
+    void visibilityChanged() override;
     void lookAndFeelChanged() override;
     void paint (juce::Graphics&) override;
     void resized() override;
     void colourChanged() override;
 
 private:
+    void openWebSite();
+    void takeKeyboard();
+    void moveKeyboardOn();
+
     const juce::URL makersWebSite;
     const UrlOpener openUrlInBrowser;
 
     juce::Label nameLabel;
     juce::Label versionLabel;
     juce::Label copyrightLabel;
-    juce::Label linkLabel;
+    LinkLabel linkLabel;
     juce::Label spareLabel; // shares the copyright's place
+    juce::Component::SafePointer<juce::Component> formerFocus;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (AboutComponent)
 };

@@ -53,7 +53,8 @@ AudioPluginAudioProcessorEditor::~AudioPluginAudioProcessorEditor()
 void AudioPluginAudioProcessorEditor::addComponents (juce::AudioProcessorValueTreeState& state)
 {
     for (const auto& knob : editorKnobs)
-        addAndMakeVisible (knobs.add (std::make_unique<LabelledSlider> (state, knob.parameterId, knob.caption)));
+        addAndMakeVisible (knobs.add (
+            std::make_unique<LabelledSlider> (state, knob.parameterId, knob.caption, juce::translate (knob.help))));
 
     // Of the children Mix is the fourth, though its column is the last.
     knobs[getColumn (parameterIds::mix)]->toBehind (knobs[getColumn (parameterIds::lowpass)]);
@@ -63,6 +64,19 @@ void AudioPluginAudioProcessorEditor::addComponents (juce::AudioProcessorValueTr
     addAndMakeVisible (spectrogram);
     addAndMakeVisible (led);
     addChildComponent (aboutPanel);
+    setTabOrder();
+}
+
+/** As the eye goes: from the top to the bottom, and from left to right. */
+void AudioPluginAudioProcessorEditor::setTabOrder()
+{
+    auto place = 0;
+
+    for (auto* const component : std::initializer_list<juce::Component*> { &header, &spectrogram, &tapButton, &led })
+        component->setExplicitFocusOrder (++place);
+
+    for (auto* const knob : knobs)
+        knob->setExplicitFocusOrder (++place);
 }
 
 void AudioPluginAudioProcessorEditor::setUpLogo()
@@ -70,6 +84,7 @@ void AudioPluginAudioProcessorEditor::setUpLogo()
     juce::Path logo;
     logo.loadPathFromData (resources::logo_path, (size_t) resources::logo_pathSize);
 
+    header.getLogoButton().setTitle (processor.getName());
     const auto background = header.findColour (pluginCore::headerBackgroundColourId);
     const auto over = background.contrasting (0.65f);
     header.setButtonShape (header.getLogoButton(), logo, background.contrasting (0.8f), background.contrasting (0.75f),

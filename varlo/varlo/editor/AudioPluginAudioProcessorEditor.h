@@ -37,6 +37,7 @@ private:
     using DefaultPluginLookAndFeel = pluginCore::DefaultLookAndFeel<PluginLookAndFeel>;
 
     void addComponents (juce::AudioProcessorValueTreeState&);
+    void setTabOrder();
     void setUpLogo();
     void followDelay();
     void setDelay (double milliseconds);

@@ -1,7 +1,9 @@
 #include "varlo/editor/SpectrogramComponent.h"
 
+#include "varlo/controls/ImageAccessibility.h"
 #include "varlo/lookAndFeel/Palette.h"
 #include "varlo/spectrum/SpectrogramImage.h"
+#include "varlo/spectrum/SpectrumPeak.h"
 
 namespace cv::varlo
 {
@@ -15,6 +17,8 @@ SpectrogramComponent::SpectrogramComponent (FFTProcessor& source) : fftProcessor
     fftProcessor.onSampleRateChanged = [this] (double) { rebuildImage(); };
     rebuildImage();
 
+    setTitle (juce::translate ("Spectrogram"));
+    setHelpText (juce::translate ("The last five seconds of the output: time runs to the left, frequency upwards"));
     setOpaque (true);
     startTimer (refreshIntervalMilliseconds);
 }
@@ -27,6 +31,23 @@ SpectrogramComponent::~SpectrogramComponent()
 void SpectrogramComponent::rebuildImage()
 {
     historyImage = createSpectrogramImage (fftProcessor.sampleRate);
+    columnBuffer.clear();
+}
+
+juce::String SpectrogramComponent::describeNewestFrame() const
+{
+    const auto peak = findSpectrumPeak (columnBuffer, fftProcessor.sampleRate);
+
+    if (! peak.has_value())
+        return juce::translate ("Silence");
+
+    return juce::String (juce::roundToInt (peak->frequencyHz)) + " Hz, "
+           + juce::String (juce::roundToInt (peak->levelDb)) + " dB";
+}
+
+std::unique_ptr<juce::AccessibilityHandler> SpectrogramComponent::createAccessibilityHandler()
+{
+    return makeImageAccessibility (*this, [this] { return describeNewestFrame(); });
 }
 
 void SpectrogramComponent::timerCallback()

@@ -24,11 +24,15 @@ public:
     /** Draws the frames that wait. Without any it leaves the picture alone. */
     void timerCallback() override;
 
+    /** Its value is the loudest tone of the newest frame. */
+    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
+
     /** The picture before it is scaled to the component: a column for each frame, a row for each bin. */
     const juce::Image& getHistoryImage() const noexcept { return historyImage; }
 
 private:
     void rebuildImage();
+    juce::String describeNewestFrame() const;
 
     juce::Image historyImage;
     FFTProcessor& fftProcessor;

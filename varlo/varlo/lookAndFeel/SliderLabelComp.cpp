@@ -77,6 +77,10 @@ juce::TextEditor* SliderLabelComp::createEditorComponent()
     const auto topIndent = juce::roundToInt (((float) getHeight() - fontHeight) / 2.0f);
 
     auto* const textEditor = Label::createEditorComponent();
+
+    if (auto* const slider = findParentComponentOfClass<juce::Slider>())
+        textEditor->setTitle (slider->getTitle());
+
     textEditor->setBorder (juce::BorderSize<int> (0));
     textEditor->setJustification (getJustificationType());
     textEditor->setTooltip (getTooltip());

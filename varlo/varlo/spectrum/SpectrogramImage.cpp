@@ -10,7 +10,6 @@ namespace
 {
 constexpr double historySeconds = 5.0;
 constexpr double highestFrequencyHz = 22050.0;
-constexpr float silenceDb = -100.0f;
 
 void moveOneColumnLeft (juce::Image& image)
 {

@@ -6,6 +6,9 @@
 
 namespace cv::varlo
 {
+/** What is as quiet as this, or quieter, has the palette's first colour. */
+inline constexpr float silenceDb = -100.0f;
+
 /** The colours of a spectrogram from -100 dB, and all below, to 0 dB, and all above. */
 inline constexpr std::array<juce::uint32, 11> spectrogramPalette { 0xff060606, 0xff440154, 0xff472777, 0xff3e4989,
                                                                    0xff30678d, 0xff25828e, 0xff1e9d88, 0xff35b778,

@@ -114,6 +114,19 @@ TEST_F (PluginGlobalSettingsTest, AreReadFromAnAttributeToo)
     EXPECT_EQ (PluginGlobalSettings (product).getValues()["defaultWidth"].toString(), "700");
 }
 
+TEST_F (PluginGlobalSettingsTest, AreReadFromALongFileToo)
+{
+    const auto filler = juce::String::repeatedString ("x", 9000); // more than JUCE looks at first
+    const juce::String value ("<VALUE name='settings'><settings defaultWidth='700'/></VALUE></PROPERTIES>");
+
+    write ("<PROPERTIES><!--" + filler + "-->" + value);
+    EXPECT_EQ (PluginGlobalSettings (product).getValues()["defaultWidth"].toString(), "700");
+
+    // What JUCE looks at first ends within the tag.
+    write ("<PROPERTIES a='" + filler + "'>" + value);
+    EXPECT_EQ (PluginGlobalSettings (product).getValues().getNumProperties(), 0);
+}
+
 TEST_F (PluginGlobalSettingsTest, StartEmptyFromABrokenFile)
 {
     for (const auto* text :

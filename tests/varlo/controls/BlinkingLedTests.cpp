@@ -44,6 +44,16 @@ TEST_F (BlinkingLedTest, FlashesAtOnceWhenItGetsAnInterval)
     EXPECT_TRUE (runMessageLoopUntil ([this] { return ! isLit(); }));
 }
 
+TEST_F (BlinkingLedTest, IsPaintedAgainForEachFlash)
+{
+    led->setBufferedToImage (true); // shows what was painted last
+    EXPECT_FALSE (isLit());
+
+    led->setBlinkInterval (500);
+    EXPECT_TRUE (isLit());
+    EXPECT_TRUE (runMessageLoopUntil ([this] { return ! isLit(); }));
+}
+
 TEST_F (BlinkingLedTest, FlashesOnceInEachInterval)
 {
     constexpr auto intervalMilliseconds = 120;

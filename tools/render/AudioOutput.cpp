@@ -74,7 +74,7 @@ AudioOutput::AudioOutput (const juce::File& targetFile, int channels, int sample
         throw RenderError (audioFormat->getFormatName() + " can't hold " + juce::String (sampleRate) + " Hz");
 
     // The writer has it now.
-    stream.release();
+    juce::ignoreUnused (stream.release());
 }
 
 void AudioOutput::write (const juce::AudioBuffer<float>& buffer, int start, int numSamples)

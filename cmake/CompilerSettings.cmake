@@ -20,3 +20,8 @@ endif()
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     add_compile_options(-ffp-contract=off)
 endif()
+
+# What counts is in the libraries of our own code; what they are linked into keeps the counts.
+if(VARLO_COVERAGE)
+    add_link_options(--coverage)
+endif()

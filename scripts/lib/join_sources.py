@@ -3,8 +3,8 @@
     join_sources.py BUILD_FOLDER OUTPUT_FOLDER ROOT FOLDER...
 
 Takes the compile commands of a build, and leaves a source for each folder below ROOT/FOLDER that includes all that the
-build compiles there, with the compile commands for these. What defines something before it includes others' headers
-stays by itself.
+build compiles there for one target, with the compile commands for these. What defines something before it includes
+others' headers stays by itself.
 """
 
 import collections
@@ -16,40 +16,43 @@ import sys
 
 
 def collect(build, root, folders):
-    """The compile commands by the folder of their source, each source once."""
-    rooms = collections.defaultdict(dict)
+    """The compile commands by the folder and the target of their source, each source once."""
+    groups, seen = collections.defaultdict(dict), set()
 
     for command in json.loads((build / "compile_commands.json").read_text()):
         source = pathlib.Path(command["directory"], command["file"]).resolve()
+        target = re.search(r"CMakeFiles/([^/]+)\.dir/", command["command"]).group(1)
 
-        if any(source.is_relative_to(root / folder) for folder in folders):
-            rooms[source.parent].setdefault(source, command)
+        if source not in seen and any(source.is_relative_to(root / folder) for folder in folders):
+            seen.add(source)
+            groups[source.parent, target][source] = command
 
-    return rooms
+    return groups
 
 
 def stays_alone(source):
     return re.search(r"#\s*define", source.read_text().partition("#include")[0]) is not None
 
 
-def join(rooms, root, output):
+def join(groups, root, output):
     joined = []
 
-    def add(path, sources, command):
-        source = output / ("-".join(path.relative_to(root).with_suffix("").parts) + ".cpp")
+    def add(name, sources, command):
+        source = output / f"{name}.cpp"
         source.write_text("".join(f'#include "{included}"\n' for included in sources))
         arguments = [str(source) if word == command["file"] else word for word in shlex.split(command["command"])]
         joined.append({"directory": command["directory"], "file": str(source), "command": shlex.join(arguments)})
 
-    for room, commands in sorted(rooms.items()):
+    for (folder, target), commands in sorted(groups.items()):
         alone = [source for source in commands if stays_alone(source)]
         together = sorted(set(commands) - set(alone))
+        name = "-".join([*folder.relative_to(root).parts, target])
 
         for source in alone:
-            add(source, [source], commands[source])
+            add(f"{name}-{source.stem}", [source], commands[source])
 
         if together:
-            add(room, together, commands[together[0]])
+            add(name, together, commands[together[0]])
 
     (output / "compile_commands.json").write_text(json.dumps(joined, indent=1))
 

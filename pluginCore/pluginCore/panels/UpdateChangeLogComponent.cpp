@@ -90,7 +90,7 @@ bool UpdateChangeLogComponent::keyPressed (const juce::KeyPress& key)
     return true;
 }
 
-void UpdateChangeLogComponent::close()
+void UpdateChangeLogComponent::close() const
 {
     if (onClose != nullptr)
         onClose();

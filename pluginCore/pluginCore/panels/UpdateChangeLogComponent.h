@@ -67,7 +67,7 @@ public:
     void lookAndFeelChanged() override;
 
 private:
-    void close();
+    void close() const;
     void openDownloadPage();
 
     /** The box, in proportions of this component. */

@@ -187,6 +187,12 @@ TEST_F (VarloEditorTest, ShowsThroughAtTheCornersOfItsMenu)
 {
     editor->addToDesktop (0);
     editor->setVisible (true);
+
+    // A window that comes to the foreground closes menus. Its editor looks for that here.
+    editor->toFront (true);
+    ASSERT_TRUE (runMessageLoopUntil ([] { return juce::Process::isForegroundProcess(); }));
+    editor->toFront (true);
+
     findComponent<juce::TextButton> (find<pluginCore::PresetsBar>())->triggerClick();
     ASSERT_TRUE (runMessageLoopUntil ([] { return juce::Component::getCurrentlyModalComponent() != nullptr; }));
 

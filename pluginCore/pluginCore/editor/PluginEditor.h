@@ -16,7 +16,8 @@ namespace cv::pluginCore
 class PluginProcessor;
 
 /** What every product's window has: the shared look, a size that fits the screen and is remembered, a corner to
-    drag, a ring around what has the keyboard, the question for a newer version, and menus that close when the window moves or loses the foreground.
+    drag, a ring around what has the keyboard, the question for a newer version, and menus that close when the
+    window moves or loses the foreground.
     A product derives its editor from it and adds the controls.
 
     A size that the user drags at the corner becomes the default for new instances; one that comes from the host

@@ -63,7 +63,7 @@ bool LocalisedStringsManager::setLanguage (const juce::String& code)
 
         const auto help = juce::String::createStringFromData (language->help, language->helpBytes);
         auto anyCase = std::make_unique<juce::LocalisedStrings> (text, true);
-        anyCase->setFallback (std::make_unique<juce::LocalisedStrings> (help, false).release());
+        anyCase->setFallback (new juce::LocalisedStrings (help, false));
 
         auto mappings = std::make_unique<juce::LocalisedStrings> (text, false);
         mappings->setFallback (anyCase.release());

@@ -4,6 +4,8 @@ set -Eeuo pipefail
 
 # shellcheck source=scripts/lib/setup.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib/setup.sh"
+# shellcheck source=scripts/lib/pictures.sh
+. "$(dirname "${BASH_SOURCE[0]}")/lib/pictures.sh"
 
 usage() {
     cat <<EOF
@@ -19,34 +21,7 @@ named. Takes a minute. Installs the Debian or Ubuntu packages that this lacks.
 EOF
 }
 
-install=yes
-built=
-output=
-
-misused() {
-    echo "$command_name: $1 (see --help)" >&2
-    exit 2
-}
-
-while [ $# -gt 0 ]; do
-    case $1 in
-        --no-install) install=no ;;
-        --built)
-            [ -n "${2:-}" ] || misused "--built needs a FOLDER"
-            built=$(realpath -m -- "$2")
-            shift ;;
-        -h|--help) usage; exit 0 ;;
-        -*) misused "unknown option '$1'" ;;
-        *)
-            [ -z "$output" ] || misused "one OUTPUT at a time"
-            output=$(realpath -m -- "$1") ;;
-    esac
-    shift
-done
-
-[ -z "$built" ] || [ -x "$built/varlo-render" ] || fail "there is no varlo-render in $built"
-[ -z "$built" ] || [ -d "$built/Varlo.vst3" ] || fail "there is no Varlo.vst3 in $built"
-
+read_picture_arguments "$@"
 cd "$root"
 output=${output:-docs/images}
 packages="xvfb xauth python3 python3-pil"

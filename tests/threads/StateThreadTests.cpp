@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <list>
 #include <set>
 #include <thread>
 
@@ -194,6 +195,35 @@ TEST_F (StateThreadTest, PresetsAreLoadedWhileProjectsAreOpened)
     hostThread.join();
     EXPECT_THAT (presets.getCurrentPresetFile().getFileName().toStdString(),
                  testing::AnyOf ("a.cvpreset", "0.cvpreset"));
+}
+
+TEST_F (StateThreadTest, ListenersComeAndGoWhileTheMarkChanges)
+{
+    auto& presets = harness.processor.getPresetsManager();
+    std::atomic<bool> done { false };
+
+    std::thread hostThread (
+        [&]
+        {
+            for (auto i = 0; ! done; ++i)
+                presets.setDirty (i % 2 == 0);
+        });
+
+    while (listener.numDirty == 0 || listener.numClean == 0)
+        std::this_thread::yield();
+
+    for (auto i = 0; i < numStateCalls; ++i)
+    {
+        // So many that the list has to move when it grows. A change that another thread doesn't expect, the thread
+        // sanitizer sees, or JUCE's assertion.
+        std::list<QuietListener> bars;
+
+        for (auto j = 0; j < 10; ++j)
+            bars.emplace_back (presets);
+    }
+
+    done = true;
+    hostThread.join();
 }
 
 TEST_F (StateThreadTest, EditorSizeIsSavedWhileItChanges)

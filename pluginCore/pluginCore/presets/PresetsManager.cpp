@@ -17,12 +17,22 @@ PresetsManager::PresetsManager (Owner& presetsOwner, const PresetLocations& pres
 
 void PresetsManager::addListener (Listener* listener)
 {
-    listeners.add (listener);
+    {
+        const juce::SpinLock::ScopedLockType lock (listenersLock);
+        listeners.add (listener);
+    }
+
+    tellOfDirtyState();
 }
 
 void PresetsManager::removeListener (Listener* listener)
 {
-    listeners.remove (listener);
+    {
+        const juce::SpinLock::ScopedLockType lock (listenersLock);
+        listeners.remove (listener);
+    }
+
+    tellOfDirtyState();
 }
 
 void PresetsManager::loadPreset (const juce::File& file)
@@ -94,10 +104,25 @@ juce::File PresetsManager::getCurrentPresetFile() const
 
 void PresetsManager::setDirty (bool shouldBeDirty)
 {
-    if (dirty == shouldBeDirty)
+    if (dirty.exchange (shouldBeDirty) == shouldBeDirty)
         return;
 
-    dirty = shouldBeDirty;
-    listeners.call ([&] (Listener& listener) { listener.dirtyStateChanged (*this, shouldBeDirty); });
+    dirtyStateIsUntold = true;
+    tellOfDirtyState();
+}
+
+void PresetsManager::tellOfDirtyState()
+{
+    // Who doesn't get the lock leaves the telling to its holder, who looks again after it has let it go.
+    while (dirtyStateIsUntold)
+    {
+        const juce::SpinLock::ScopedTryLockType lock (listenersLock);
+
+        if (! lock.isLocked())
+            return;
+
+        if (dirtyStateIsUntold.exchange (false))
+            listeners.call ([this] (Listener& listener) { listener.dirtyStateChanged (*this, dirty); });
+    }
 }
 } // namespace cv::pluginCore

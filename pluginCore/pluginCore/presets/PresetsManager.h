@@ -47,8 +47,9 @@ public:
 
         /** The sound has moved away from the current preset, or is what the preset holds again.
 
-            On whatever thread moved a parameter, the audio thread included, and several at a time: do
-            nothing here but hand over to the message thread, and never wait.
+            On whatever thread moved a parameter, the audio thread included: do nothing here but hand over to the
+            message thread, never wait, and leave the list of listeners alone. The mark may have changed once more
+            by then; listeners are told again.
         */
         virtual void dirtyStateChanged (PresetsManager&, bool newDirty) = 0;
     };
@@ -58,6 +59,7 @@ public:
     */
     PresetsManager (Owner&, const PresetLocations&);
 
+    /** Once removed, a listener is in no call of dirtyStateChanged() any more. */
     void addListener (Listener*);
     void removeListener (Listener*);
 
@@ -98,16 +100,22 @@ public:
     */
     void setCurrentPresetFile (const juce::File&);
 
-    /** Sets the mark and tells the listeners if that changes it. For the owner. Any thread, lock-free. */
+    /** Sets the mark and tells the listeners if that changes it. For the owner. Any thread; waits for nobody: where
+        another thread is at the listeners, that one tells them.
+    */
     void setDirty (bool shouldBeDirty);
 
 private:
     void dialogClosed (const juce::File& result, bool reloadAfterSave);
+    void tellOfDirtyState();
 
     std::unique_ptr<juce::FileChooser> fileChooser;
 
-    // Several threads may call the listeners at a time, which JUCE's other lists don't allow.
+    // Several threads may call the listeners at a time, which JUCE's other lists don't allow. Whoever changes the list
+    // or tells of the mark holds the lock.
     juce::LightweightListenerList<Listener> listeners;
+    juce::SpinLock listenersLock;
+    std::atomic<bool> dirtyStateIsUntold { false };
 
     Owner& owner;
     const PresetLocations locations;

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <sys/stat.h>
+#include <thread>
 
 namespace cv::pluginCore
 {
@@ -294,6 +295,65 @@ TEST_F (PresetsManagerTest, ListenersComeAndGo)
 
     presets.setDirty (false);
     EXPECT_EQ (log.takeEvents(), "dirty, clean");
+}
+
+/** Stays in its call until it is let go. */
+class SlowListener final : public PresetsManager::Listener
+{
+public:
+    void presetLoaded (PresetsManager&, const juce::File&) override {}
+
+    void dirtyStateChanged (PresetsManager&, bool newDirty) override
+    {
+        heard.push_back (newDirty);
+        entered.signal();
+        EXPECT_TRUE (mayLeave.wait (20000));
+        ++numLeft;
+    }
+
+    std::vector<bool> heard; // by one thread at a time
+    juce::WaitableEvent entered { false };
+    juce::WaitableEvent mayLeave { true };
+    std::atomic<int> numLeft { 0 };
+};
+
+TEST_F (PresetsManagerTest, WhoSetsTheMarkWaitsForNoListener)
+{
+    SlowListener slow;
+    presets.addListener (&slow);
+    std::thread automation ([this] { presets.setDirty (true); });
+    ASSERT_TRUE (slow.entered.wait (20000));
+
+    // The other thread is in the call: these return at once, and it tells of the last one.
+    presets.setDirty (false);
+    presets.setDirty (true);
+    presets.setDirty (false);
+    EXPECT_THAT (slow.heard, testing::ElementsAre (true));
+
+    slow.mayLeave.signal();
+    automation.join();
+    EXPECT_THAT (slow.heard, testing::ElementsAre (true, false));
+    presets.removeListener (&slow);
+}
+
+TEST_F (PresetsManagerTest, ListenerThatIsGoneIsInNoCall)
+{
+    SlowListener slow;
+    presets.addListener (&slow);
+    std::thread automation ([this] { presets.setDirty (true); });
+    ASSERT_TRUE (slow.entered.wait (20000));
+
+    std::thread release (
+        [&]
+        {
+            juce::Thread::sleep (20);
+            slow.mayLeave.signal();
+        });
+
+    presets.removeListener (&slow);
+    EXPECT_EQ (slow.numLeft, 1);
+    release.join();
+    automation.join();
 }
 
 TEST (PresetsManager, WorksInFoldersWithAnyNames)

@@ -79,6 +79,9 @@ RenderProcess::RenderProcess (juce::StringArray arguments, const Options& option
 
     std::vector<std::string> argumentTexts { options.program.value_or (VARLO_RENDER) };
 
+    if (options.firstArgument)
+        argumentTexts.push_back (*options.firstArgument);
+
     for (const auto& argument : arguments)
         argumentTexts.push_back (argument.toStdString());
 

@@ -22,6 +22,9 @@ public:
         /** Changes to this process's environment; none for a variable to take out of it. */
         std::map<std::string, std::optional<std::string>> environment;
 
+        /** Comes before the arguments, in bytes that JUCE's strings don't stand. */
+        std::optional<std::string> firstArgument;
+
         /** No file may grow beyond this, as if the disk were full. In bytes. */
         std::optional<size_t> maxFileSize;
 

@@ -248,7 +248,7 @@ int renderEach (const CommandLine& all)
             if (error.getExitCode() == RenderError::interruptedExitCode)
                 throw;
 
-            exitCode = printError (juce::String::fromUTF8 (error.what()), error.getExitCode());
+            exitCode = printError (juce::CharPointer_UTF8 (error.what()), error.getExitCode());
         }
     }
 
@@ -293,13 +293,20 @@ int run (const CommandLine& line)
     return 0;
 }
 
-/** Arguments are UTF-8, whatever the locale. */
+/** Arguments are UTF-8, whatever the locale; names of files may hold other bytes, too. */
 juce::StringArray toStrings (int numArguments, char** arguments)
 {
     juce::StringArray result;
 
     for (auto i = 0; i < numArguments; ++i)
-        result.add (juce::String::fromUTF8 (arguments[i]));
+    {
+        const auto argument = pluginCore::toText (arguments[i]);
+
+        if (! argument)
+            throw UsageError ("argument " + juce::String (i + 1) + " is no UTF-8 text");
+
+        result.add (*argument);
+    }
 
     return result;
 }
@@ -336,7 +343,7 @@ int main (int argc, char** argv)
     }
     catch (const RenderError& error)
     {
-        return printError (juce::String::fromUTF8 (error.what()), error.getExitCode());
+        return printError (juce::CharPointer_UTF8 (error.what()), error.getExitCode());
     }
     catch (const std::exception& error)
     {

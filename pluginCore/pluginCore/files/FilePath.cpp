@@ -21,6 +21,17 @@ bool isRegularFile (const juce::File& file)
     return std::filesystem::is_regular_file (toStandardPath (file), error);
 }
 
+std::optional<juce::String> toText (const std::filesystem::path& path)
+{
+#if JUCE_WINDOWS
+    return juce::String (path.c_str());
+#else
+    const juce::CharPointer_UTF8 text (path.c_str());
+    const auto fits = juce::CharPointer_UTF8::getBytesRequiredFor (text) >= path.native().size();
+    return fits ? std::optional (juce::String (text)) : std::nullopt;
+#endif
+}
+
 std::filesystem::path toStandardPath (const juce::File& file)
 {
     return reinterpret_cast<const char8_t*> (file.getFullPathName().toRawUTF8());

@@ -3,6 +3,7 @@
 #include <juce_core/juce_core.h>
 
 #include <filesystem>
+#include <optional>
 
 namespace cv::pluginCore
 {
@@ -16,6 +17,13 @@ bool isBelowFolder (const juce::File&, const juce::File& folder);
     waiting or never end. Links count as what they lead to. Asks the disk. Any thread.
 */
 bool isRegularFile (const juce::File&);
+
+/** A name as a disk or a command line has it, for JUCE, in its very bytes; they may be no UTF-8, as on disks that have
+    seen other systems. Nothing for a few names that are none: JUCE makes room for the characters that it reads and then
+    copies the bytes, and where it reads the characters as fewer or shorter, it would write beyond its memory. Any
+    thread.
+*/
+std::optional<juce::String> toText (const std::filesystem::path&);
 
 /** The same path for the standard library. */
 std::filesystem::path toStandardPath (const juce::File&);

@@ -13,12 +13,10 @@ namespace
 namespace fs = std::filesystem;
 
 /** File::getChildFile() for a single name, whatever it holds. */
-juce::File getChild (const juce::File& folder, const fs::path& name)
+juce::File getChild (const juce::File& folder, const juce::String& name)
 {
-    const auto text = name.u8string();
-    return juce::File::createFileWithoutCheckingPath (
-        juce::File::addTrailingSeparator (folder.getFullPathName())
-        + juce::String (juce::CharPointer_UTF8 (reinterpret_cast<const char*> (text.c_str()))));
+    return juce::File::createFileWithoutCheckingPath (juce::File::addTrailingSeparator (folder.getFullPathName())
+                                                      + name);
 }
 
 /** Orders as JUCE's own lists of files do; names that count as equal there keep one order all the same. */
@@ -109,8 +107,13 @@ private:
 
     void readEntry (const fs::directory_entry& entry, size_t index)
     {
+        const auto name = toText (entry.path().filename());
+
+        if (! name)
+            return;
+
         std::error_code error;
-        const auto file = getChild (folders[index].tree.file, entry.path().filename());
+        const auto file = getChild (folders[index].tree.file, *name);
         const auto isFolder = entry.is_directory (error);
         const auto matches = isPreset (file, isFolder);
         folders[index].tree.holdsPresets |= matches;

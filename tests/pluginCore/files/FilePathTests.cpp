@@ -37,6 +37,41 @@ TEST (FilePath, MeasuresPathsOfAnyDepth)
     EXPECT_FALSE (isBelowFolder (juce::File ("/a/a"), deep));
 }
 
+TEST (FilePath, TextHasTheNamesBytes)
+{
+    for (const auto* const name : { "", "a.test", "d\xc3\xa9j\xc3\xa0", "Gitarre \xED\xA0\xBC\xED\xBE\xB8",
+                                    "Caf\xe9.test", "\xff", "\x81\x81", "\xe2", "\xf4\x8f\xbf\xbf" })
+    {
+        const auto text = toText (name);
+        ASSERT_TRUE (text.has_value()) << name;
+        EXPECT_STREQ (text->toRawUTF8(), name);
+    }
+}
+
+TEST (FilePath, NamesThatJuceMeasuresTooShortAreNoText)
+{
+    // An end amid the bytes, in one and in two of them, and characters in more bytes than they take.
+    for (const auto* const name : { "5\x80 Echo for the long night.test", "a\xc0\x80", "\xc1\x81\xc1\x81.test",
+                                    "\xe0\x81\x81", "\xf0\x80\x80\xa0" })
+        EXPECT_FALSE (toText (name).has_value()) << name;
+}
+
+TEST (FilePath, TextOfAnyBytesFitsItsMemory)
+{
+    juce::Random random (3);
+
+    for (auto i = 0; i < 20000; ++i)
+    {
+        std::string name;
+
+        for (auto left = random.nextInt (60); --left >= 0;)
+            name += (char) (random.nextInt (4) == 0 ? 'a' + random.nextInt (26) : 1 + random.nextInt (255));
+
+        const auto text = toText (name);
+        EXPECT_TRUE (! text || text->toStdString() == name) << i;
+    }
+}
+
 TEST (FilePath, RegularFilesAreNeitherFoldersNorPipesNorDevices)
 {
     const test::ScratchFolder scratch;

@@ -1,10 +1,12 @@
 #include "pluginCore/presetsBar/PresetTree.h"
 
+#include "pluginCore/files/FilePath.h"
 #include "pluginCore/presets/PresetFile.h"
 #include "support/ScratchFolder.h"
 
 #include <gmock/gmock.h>
 
+#include <fstream>
 #include <sys/stat.h>
 
 namespace cv::pluginCore
@@ -167,7 +169,7 @@ TEST_F (PresetTreeTest, LargeFilesAreNoPresets)
     EXPECT_EQ (read(), "large");
 }
 
-TEST_F (PresetTreeTest, NamesMayHoldAnyBytes)
+TEST_F (PresetTreeTest, NamesMayHoldOddBytes)
 {
     const juce::String odd (juce::CharPointer_UTF8 ("Gitarre \xED\xA0\xBC\xED\xBE\xB8 \xff"));
     ASSERT_TRUE (make (odd + ".test").existsAsFile());
@@ -181,6 +183,26 @@ TEST_F (PresetTreeTest, NamesMayHoldAnyBytes)
         EXPECT_TRUE (child.file.exists()) << child.file.getFullPathName();
 
     EXPECT_EQ (tree.children[1].children.size() + tree.children[2].children.size(), 1u);
+}
+
+TEST_F (PresetTreeTest, PassesOverNamesThatAreNoText)
+{
+    make ("Echo.test");
+    const auto path = toStandardPath (bank);
+    const std::vector<std::filesystem::path> oddNames { "5\x80 Echo for the long night.test", "\xc1\x81\xc1\x81.test",
+                                                        "a\xc0\x80" };
+
+    for (const auto& name : oddNames)
+    {
+        std::filesystem::create_directory (path / name);
+        std::ofstream (path / name / "inside.test");
+        std::ofstream (path / (name.native() + " file.test"));
+    }
+
+    EXPECT_EQ (read(), "Echo");
+
+    // JUCE, which empties the folder behind the test, doesn't stand them either.
+    std::filesystem::remove_all (path);
 }
 
 TEST_F (PresetTreeTest, AsksForEachFileAndFolderOnce)

@@ -172,6 +172,15 @@ TEST_F (BadInput, OptionsThatAreUnknownOrLackTheirValueAreRefused)
     expectError ({ input.getFullPathName(), "--tail=" }, "--tail lacks its value", 2);
 }
 
+TEST_F (BadInput, ArgumentThatIsNoTextIsRefused)
+{
+    RenderProcess::Options options;
+    options.firstArgument = "5\x80 Echo for the long night.wav";
+    const auto result = RenderProcess::run ({ "-o", output.getFullPathName() }, options);
+    EXPECT_EQ (result.exitCode, 2);
+    EXPECT_EQ (result.errors, "varlo-render: argument 1 is no UTF-8 text\n");
+}
+
 TEST_F (BadInput, OutputMustBeWavOrFlac)
 {
     for (const auto* name : { "output", "output.mp3", "output.wav.bak" })

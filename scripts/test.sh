@@ -10,10 +10,10 @@ usage() {
 usage: $command_name [--no-install] [--warnings-as-errors] [PRESET...]
 
 Builds the plug-in, its tools and its tests and runs the tests, once for each of the presets
-release, debug, asan, tsan and fuzz that is named; for release when none is. tsan, the thread sanitizer,
-builds and runs only what several threads take part in; fuzz builds and runs only the fuzzers, for 20 s
-each, and is skipped where Clang and its libFuzzer are neither there nor to be had. Installs the Debian or
-Ubuntu packages that this lacks.
+release, debug, asan, tsan and fuzz that is named; when none is, for release, and for fuzz where Clang and
+its libFuzzer are there. tsan, the thread sanitizer, builds and runs only what several threads take part in;
+fuzz builds and runs only the fuzzers, for 20 s each, and is skipped where Clang and its libFuzzer are neither
+there nor to be had. Installs the Debian or Ubuntu packages that this lacks.
 
   --no-install           install no packages: list what lacks and stop
   --warnings-as-errors   a warning in Varlo's own code fails the build; the build folder keeps that
@@ -36,7 +36,9 @@ for argument in "$@"; do
     esac
 done
 
-[ ${#presets[@]} -gt 0 ] || presets=(release)
+# Fuzzers that nobody asked for aren't worth the installing of a second compiler.
+install_clang=$install
+[ ${#presets[@]} -gt 0 ] || { presets=(release fuzz); install_clang=no; }
 
 cd "$root"
 
@@ -53,7 +55,7 @@ with_display() {
 }
 
 for preset in "${presets[@]}"; do
-    if [ "$preset" = fuzz ] && ! prepare_fuzzing "$install"; then
+    if [ "$preset" = fuzz ] && ! prepare_fuzzing "$install_clang"; then
         say "SKIPPED: fuzz, because there is no Clang with libFuzzer here"
         continue
     fi

@@ -12,14 +12,30 @@ namespace cv::pluginCore
 namespace
 {
 const std::array languages {
-    Language { "en", "eng", resources::en_txt, resources::en_txtSize, resources::help_en_txt,
-               resources::help_en_txtSize },
-    Language { "fr", "fre", resources::fr_txt, resources::fr_txtSize, resources::help_fr_txt,
-               resources::help_fr_txtSize },
-    Language { "es", "spa", resources::es_txt, resources::es_txtSize, resources::help_es_txt,
-               resources::help_es_txtSize },
-    Language { "pt", "por", resources::pt_txt, resources::pt_txtSize, resources::help_pt_txt,
-               resources::help_pt_txtSize },
+    Language { .code = "en",
+               .threeLetterCode = "eng",
+               .table = resources::en_txt,
+               .tableBytes = resources::en_txtSize,
+               .help = resources::help_en_txt,
+               .helpBytes = resources::help_en_txtSize },
+    Language { .code = "fr",
+               .threeLetterCode = "fre",
+               .table = resources::fr_txt,
+               .tableBytes = resources::fr_txtSize,
+               .help = resources::help_fr_txt,
+               .helpBytes = resources::help_fr_txtSize },
+    Language { .code = "es",
+               .threeLetterCode = "spa",
+               .table = resources::es_txt,
+               .tableBytes = resources::es_txtSize,
+               .help = resources::help_es_txt,
+               .helpBytes = resources::help_es_txtSize },
+    Language { .code = "pt",
+               .threeLetterCode = "por",
+               .table = resources::pt_txt,
+               .tableBytes = resources::pt_txtSize,
+               .help = resources::help_pt_txt,
+               .helpBytes = resources::help_pt_txtSize },
 };
 } // namespace
 

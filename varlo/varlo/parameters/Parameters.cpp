@@ -3,6 +3,7 @@
 #include "pluginCore/parameters/NumberRange.h"
 #include "varlo/parameters/ValueText.h"
 
+#include <algorithm>
 #include <array>
 
 namespace cv::varlo
@@ -13,58 +14,81 @@ namespace
 constexpr float delaySkew = 0.30091232f;   // 1000 ms
 constexpr float lowpassSkew = 0.29985148f; // 2000 Hz
 
+struct Range
+{
+    float start;
+    float end;
+    float skew = 1.0f;
+};
+
+struct Texts
+{
+    juce::AudioParameterFloatAttributes (*getAttributes) (int numDecimals);
+    int numDecimals;
+};
+
 /** All there is to say about a parameter. Range and default are in the unit that it shows. */
 struct Description
 {
     const char* id;
     const char* name;
-    juce::NormalisableRange<float> range;
+    Range range;
     float defaultValue;
-    juce::AudioParameterFloatAttributes texts;
+    Texts texts;
     float ParameterValues::*value;
 };
 
 /** The parameters in host order. */
-const std::array descriptions {
+constexpr std::array descriptions {
     Description { .id = parameterIds::mix,
                   .name = "Mix",
-                  .range = pluginCore::makeNumberRange (0.0f, 100.0f),
+                  .range = { 0.0f, 100.0f },
                   .defaultValue = 50.0f,
-                  .texts = getPercentAttributes (0),
+                  .texts = { getPercentAttributes, 0 },
                   .value = &ParameterValues::mixPercent },
     Description { .id = parameterIds::degrade,
                   .name = "Degrade",
-                  .range = pluginCore::makeNumberRange (0.0f, 100.0f),
+                  .range = { 0.0f, 100.0f },
                   .defaultValue = 0.0f,
-                  .texts = getPercentAttributes (0),
+                  .texts = { getPercentAttributes, 0 },
                   .value = &ParameterValues::degradePercent },
     Description { .id = parameterIds::delay,
                   .name = "Delay",
-                  .range = pluginCore::makeNumberRange (1.0f, 10000.0f, delaySkew),
+                  .range = { 1.0f, 10000.0f, delaySkew },
                   .defaultValue = 1000.0f,
-                  .texts = getTimeAttributes (1),
+                  .texts = { getTimeAttributes, 1 },
                   .value = &ParameterValues::delayMilliseconds },
     Description { .id = parameterIds::feedback,
                   .name = "Feedback",
-                  .range = pluginCore::makeNumberRange (0.0f, 100.0f),
+                  .range = { 0.0f, 100.0f },
                   .defaultValue = 50.0f,
-                  .texts = getPercentAttributes (0),
+                  .texts = { getPercentAttributes, 0 },
                   .value = &ParameterValues::feedbackPercent },
     Description { .id = parameterIds::lowpass,
                   .name = "Lowpass",
-                  .range = pluginCore::makeNumberRange (20.0f, 20000.0f, lowpassSkew),
+                  .range = { 20.0f, 20000.0f, lowpassSkew },
                   .defaultValue = 5000.0f,
-                  .texts = getFreqAttributes (0),
+                  .texts = { getFreqAttributes, 0 },
                   .value = &ParameterValues::lowpassHz },
     Description { .id = parameterIds::resonance,
                   .name = "Resonance",
-                  .range = pluginCore::makeNumberRange (0.0f, 100.0f),
+                  .range = { 0.0f, 100.0f },
                   .defaultValue = 0.0f,
-                  .texts = getPercentAttributes (0),
+                  .texts = { getPercentAttributes, 0 },
                   .value = &ParameterValues::resonancePercent },
 };
 
-static_assert (sizeof (ParameterValues) == std::tuple_size_v<decltype (descriptions)> * sizeof (float),
+/** Whether no value has two parameters, which would leave another one without. */
+constexpr bool valuesAreDistinct() noexcept
+{
+    for (auto one = descriptions.begin(); one != descriptions.end(); ++one)
+        if (std::any_of (descriptions.begin(), one, [&] (const auto& other) { return other.value == one->value; }))
+            return false;
+
+    return true;
+}
+
+static_assert (sizeof (ParameterValues) == descriptions.size() * sizeof (float) && valuesAreDistinct(),
                "each value has its parameter");
 
 /** A filter that has once been fed with NaN gives nothing else from then on. */
@@ -81,9 +105,13 @@ juce::AudioProcessorValueTreeState::ParameterLayout Parameters::createLayout()
     juce::AudioProcessorValueTreeState::ParameterLayout layout;
 
     for (const auto& description : descriptions)
-        layout.add (std::make_unique<juce::AudioParameterFloat> (juce::ParameterID (description.id, version),
-                                                                 description.name, description.range,
-                                                                 description.defaultValue, description.texts));
+    {
+        const auto& [start, end, skew] = description.range;
+        const auto& [getAttributes, numDecimals] = description.texts;
+        layout.add (std::make_unique<juce::AudioParameterFloat> (
+            juce::ParameterID (description.id, version), description.name,
+            pluginCore::makeNumberRange (start, end, skew), description.defaultValue, getAttributes (numDecimals)));
+    }
 
     return layout;
 }

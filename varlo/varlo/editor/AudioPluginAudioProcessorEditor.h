@@ -13,7 +13,7 @@
 namespace cv::varlo
 {
 /** The plug-in's window: the header, the spectrogram of the output, and a row with the tap button, the LED that
-    flashes at the delay time and the six knobs. Logo and information button show the about panel over all of it.
+    flashes at the delay time and a knob for each parameter. Logo and information button show the about panel over all of it.
     Message thread.
 */
 class AudioPluginAudioProcessorEditor final : public pluginCore::PluginEditor

@@ -17,18 +17,18 @@ inline constexpr auto lowpass = "lowpass";
 inline constexpr auto resonance = "resonance";
 } // namespace parameterIds
 
-/** The six parameters of the product: what they are, and where their values are read. */
+/** The parameters of the product: what they are, and where their values are read. */
 class Parameters
 {
 public:
     /** The parameters in host order. IDs, order and ranges are a contract with saved projects. */
     static juce::AudioProcessorValueTreeState::ParameterLayout createLayout();
 
-    /** Looks the six up in a tree that was built from createLayout() and outlives this object. */
+    /** Looks all of them up in a tree that was built from createLayout() and outlives this object. */
     explicit Parameters (const juce::AudioProcessorValueTreeState&);
 
     /** The present values, in display units; the default of a parameter that holds no finite number. Any thread,
-        lock-free; six separate atomic reads, not one snapshot.
+        lock-free; an atomic read for each, not one snapshot.
     */
     ParameterValues getValues() const noexcept;
 

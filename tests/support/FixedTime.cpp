@@ -35,8 +35,8 @@ extern "C"
         if (milliseconds == none)
             return __real_gettimeofday (time, zone);
 
-        time->tv_sec = static_cast<time_t> (milliseconds / 1000);
-        time->tv_usec = static_cast<suseconds_t> (milliseconds % 1000 * 1000);
+        time->tv_sec = (time_t) (milliseconds / 1000);
+        time->tv_usec = (suseconds_t) (milliseconds % 1000 * 1000);
         return 0;
     }
 }

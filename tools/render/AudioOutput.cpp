@@ -62,8 +62,8 @@ AudioOutput::AudioOutput (const juce::File& targetFile, int channels, int sample
         throw RenderError ("can't write " + target.getFullPathName() + ": " + file->getStatus().getErrorMessage());
 
     const auto isFlac = target.hasFileExtension ("flac");
-    const std::unique_ptr<juce::AudioFormat> audioFormat (isFlac ? (juce::AudioFormat*) new juce::FlacAudioFormat()
-                                                                 : new juce::WavAudioFormat());
+    const auto audioFormat = isFlac ? std::unique_ptr<juce::AudioFormat> (std::make_unique<juce::FlacAudioFormat>())
+                                    : std::make_unique<juce::WavAudioFormat>();
 
     auto stream = std::make_unique<Stream> (*this);
     constexpr auto defaultCompression = 5;

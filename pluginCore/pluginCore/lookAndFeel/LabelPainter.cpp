@@ -11,7 +11,7 @@ constexpr auto outlineThickness = 1.0f;
 
 float getFontHeightInSlider (const juce::Label& label, const juce::Slider& slider)
 {
-    const auto textIsTurned = (bool) label.getProperties()["vertical"];
+    const auto textIsTurned = (bool) label.getProperties()[properties::vertical];
     const auto lineHeight = (float) (textIsTurned ? label.getWidth() : label.getHeight());
     return lineHeight * (slider.isVertical() ? 0.6f : 0.9f);
 }
@@ -26,7 +26,7 @@ void paintOutline (juce::Graphics& g, const juce::Label& label, float alpha)
 float getLabelFontHeight (const juce::Label& label)
 {
     const auto height = (float) label.getHeight();
-    const auto fontScale = (float) label.getProperties()["fontScale"];
+    const auto fontScale = (float) label.getProperties()[properties::fontScale];
 
     if (fontScale > 0.0f)
         return fontScale * height;

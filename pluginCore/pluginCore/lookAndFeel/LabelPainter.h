@@ -5,8 +5,8 @@
 namespace cv::pluginCore
 {
 /** The height of a label's font in logical pixels, as a proportion of the label's size that depends on the component
-    it belongs to. The label's property "fontScale", where it is above 0, states the proportion itself; in a
-    slider, "vertical" says that the text is turned and the label's width counts. Message thread.
+    it belongs to. The property fontScale, where it is above 0, states the proportion itself; in a slider, vertical says that
+    the text is turned and the label's width counts (Markers.h). Message thread.
 */
 float getLabelFontHeight (const juce::Label&);
 

@@ -103,7 +103,7 @@ void LookAndFeel::drawFileBrowserRow (juce::Graphics& g,
 
     const auto* const list = dynamic_cast<juce::Component*> (&display);
     const auto colourOf = [&] (int id) { return list != nullptr ? list->findColour (id) : findColour (id); };
-    const auto hidesIcons = list != nullptr && (bool) list->getProperties()["noFolderIcon"];
+    const auto hidesIcons = list != nullptr && (bool) list->getProperties()[properties::noFolderIcon];
     const auto hasIcon = icon != nullptr && ! hidesIcons;
     const auto layout = layOutFileRow (width, height, hasIcon, isDirectory);
     const auto nameColourId = isItemSelected ? Display::highlightedTextColourId : Display::textColourId;
@@ -132,7 +132,7 @@ void LookAndFeel::drawLabel (juce::Graphics& g, juce::Label& label)
 
 juce::Font LookAndFeel::getLabelFont (juce::Label& label)
 {
-    const auto isBold = (bool) label.getProperties()["bold"];
+    const auto isBold = (bool) label.getProperties()[properties::bold];
     return (isBold ? labelBoldFont : labelFont).withHeight (getLabelFontHeight (label));
 }
 

@@ -26,16 +26,7 @@ private:
     labels, scroll bars, the text caret, trees and rows of files. The rest is JUCE's. A product derives its
     own look from it, or does without one.
 
-    Drawing follows these properties of components:
-
-    | Property       | Of                 | Type   | Effect                                                  |
-    |----------------|--------------------|--------|---------------------------------------------------------|
-    | "bold"         | a label            | bool   | the semibold font                                       |
-    | "fontScale"    | a label            | double | font height as a proportion of the label's, if above 0  |
-    | "vertical"     | a slider's label   | bool   | its text is turned: font height follows the width       |
-    | "noFolderIcon" | a list of files    | bool   | no icons, and names further to the left                 |
-
-    What a component marks for all that lies in it is in Markers.h.
+    Drawing follows the properties of components, and of what they lie in, that Markers.h names.
 
     Message thread.
 */
@@ -63,7 +54,7 @@ public:
     /** For products; nothing here draws with it. */
     juce::Font spareFont { juce::FontOptions (14.0f) };
 
-    /** The fonts of labels, menus and buttons, and of labels with the property "bold". */
+    /** The fonts of labels, menus and buttons, and of labels with the property bold. */
     juce::Font labelFont = regularFont;
     juce::Font labelBoldFont = semiBoldFont;
 

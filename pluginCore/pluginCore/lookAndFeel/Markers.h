@@ -16,6 +16,22 @@ inline const juce::Identifier sameButtonFont { "sameButtonFont" };
 inline const juce::Identifier smallLabels { "smallLabels" };
 } // namespace markers
 
+/** Properties that a component's own drawing follows. */
+namespace properties
+{
+/** A label's, bool: the semibold font. */
+inline const juce::Identifier bold { "bold" };
+
+/** A label's, double: font height as a proportion of the label's, if above 0. */
+inline const juce::Identifier fontScale { "fontScale" };
+
+/** A slider's label's, bool: its text is turned, so the font's height follows the label's width. */
+inline const juce::Identifier vertical { "vertical" };
+
+/** Of a list of files, bool: no icons, and names further to the left. */
+inline const juce::Identifier noFolderIcon { "noFolderIcon" };
+} // namespace properties
+
 /** Whether a component lies, at any depth, in one with this property. Message thread. */
 inline bool liesInMarked (const juce::Component& component, const juce::Identifier& marker)
 {

@@ -1,6 +1,6 @@
 #include "varlo/controls/LabelledSlider.h"
 
-#include "varlo/lookAndFeel/SheenLabelPainter.h"
+#include "varlo/lookAndFeel/Markers.h"
 
 namespace cv::varlo
 {
@@ -24,7 +24,7 @@ LabelledSlider::LabelledSlider (juce::AudioProcessorValueTreeState& state,
     slider.setTitle (parameter != nullptr ? parameter->getName (longestNameCharacters) : caption);
     slider.setTooltip (help);
 
-    getProperties().set (halfHeightLabels, true);
+    getProperties().set (properties::halfHeightLabels, true);
     addAndMakeVisible (slider);
     addAndMakeVisible (label);
     label.setJustificationType (juce::Justification::centred);

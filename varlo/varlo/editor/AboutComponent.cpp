@@ -1,15 +1,11 @@
 #include "varlo/editor/AboutComponent.h"
 
 #include "pluginCore/processor/PluginProcessor.h"
+#include "varlo/lookAndFeel/Markers.h"
 #include "varlo/lookAndFeel/Palette.h"
 
 namespace cv::varlo
 {
-namespace
-{
-const juce::Identifier brightTextProportion { "gradYProp" };
-} // namespace
-
 AboutLayout layOutAboutPanel (int width, int height)
 {
     const juce::Rectangle<int> panel (width, height);
@@ -61,8 +57,8 @@ AboutComponent::AboutComponent (pluginCore::PluginProcessor& audioProcessor, Url
         addAndMakeVisible (label);
     }
 
-    nameLabel.getProperties().set (brightTextProportion, 0.5);
-    linkLabel.getProperties().set (brightTextProportion, (double) 0.8f);
+    nameLabel.getProperties().set (properties::brightTextProportion, 0.5);
+    linkLabel.getProperties().set (properties::brightTextProportion, (double) 0.8f);
 
     for (auto* const label : std::initializer_list<juce::Label*> { &linkLabel, &spareLabel })
         label->setJustificationType (juce::Justification::left | juce::Justification::bottom);

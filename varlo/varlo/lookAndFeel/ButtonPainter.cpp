@@ -2,6 +2,7 @@
 
 #include "pluginCore/presetsBar/PresetsBar.h"
 #include "varlo/lookAndFeel/ControlState.h"
+#include "varlo/lookAndFeel/Markers.h"
 
 namespace cv::varlo
 {
@@ -104,7 +105,7 @@ void paintCaption (juce::Graphics& g,
     constexpr auto maximumLines = 2;
     constexpr auto standardSqueezing = 0.0f;
 
-    const auto isLeft = (bool) button.getProperties()["JustificationLeft"];
+    const auto isLeft = (bool) button.getProperties()[properties::captionAtLeft];
     const auto alpha = getControlAlpha (state.isEnabled);
     const auto caption = getShownCaption (button.getButtonText());
     const auto area = getCaptionArea (button.getWidth(), button.getHeight(), button.getButtonText());

@@ -10,14 +10,7 @@ namespace cv::varlo
 /** The face of the plug-in: a near-black panel, light grey text, one teal accent. Sizes are proportions of the
     control, so that the window can be drawn in any size.
 
-    Drawing follows these properties of components:
-
-    | Property            | Of             | Type   | Effect                                                         |
-    |---------------------|----------------|--------|----------------------------------------------------------------|
-    | "JustificationLeft" | a text button  | bool   | the caption stands at the left                                 |
-    | "gradYProp"         | a label        | double | down to which part of its height, 0 to 1, the text is bright   |
-    | "centered"          | a rotary slider| bool   | the arc begins at the value that a double click brings back    |
-    | "halfHeightLabels"  | any component  | bool   | the labels in it have a font half as high as they are          |
+    Drawing follows the properties of components that Markers.h names, the framework's and the product's.
 
     A button whose text begins with "Tap" has its caption one logical pixel higher and without side margins.
 

@@ -1,6 +1,7 @@
 #include "varlo/lookAndFeel/RotarySliderPainter.h"
 
 #include "varlo/lookAndFeel/ControlState.h"
+#include "varlo/lookAndFeel/Markers.h"
 
 namespace cv::varlo
 {
@@ -8,7 +9,7 @@ namespace
 {
 float getArcStartAngle (juce::Slider& slider, float rangeStartAngle, float rangeEndAngle)
 {
-    if (! (bool) slider.getProperties()["centered"] || ! slider.isDoubleClickReturnEnabled())
+    if (! (bool) slider.getProperties()[properties::centred] || ! slider.isDoubleClickReturnEnabled())
         return rangeStartAngle;
 
     const auto centre = slider.valueToProportionOfLength (slider.getDoubleClickReturnValue());

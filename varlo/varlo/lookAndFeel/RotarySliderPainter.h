@@ -49,9 +49,7 @@ struct RotarySliderState
     juce::Colour thumb;
 };
 
-/** Reads a slider's state. With the slider's property "centered" the arc begins at the value that a double
-    click brings back, if it does. Message thread.
-*/
+/** Reads a slider's state. Its property centred says where the arc begins. Message thread. */
 RotarySliderState getRotarySliderState (juce::Slider&, float position, float rangeStartAngle, float rangeEndAngle);
 
 /** The colours of ring and arc in that state: half transparent when disabled, brighter under the mouse. Any thread. */

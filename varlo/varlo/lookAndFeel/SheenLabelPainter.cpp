@@ -2,6 +2,7 @@
 
 #include "pluginCore/lookAndFeel/Markers.h"
 #include "varlo/lookAndFeel/ControlState.h"
+#include "varlo/lookAndFeel/Markers.h"
 
 namespace cv::varlo
 {
@@ -12,7 +13,7 @@ void paintText (juce::Graphics& g, const juce::Label& label, const juce::Font& f
 {
     const auto alpha = getControlAlpha (label.isEnabled());
     const auto colour = label.findColour (juce::Label::textColourId).withMultipliedAlpha (alpha);
-    const auto brightProportion = (double) label.getProperties()["gradYProp"];
+    const auto brightProportion = (double) label.getProperties()[properties::brightTextProportion];
     const auto area = textArea.toFloat();
 
     g.setGradientFill (makeSheen (colour, area.getY(), area.getBottom(), brightProportion));
@@ -31,7 +32,7 @@ float getSheenLabelFontHeight (const juce::Label& label)
     if (label.findParentComponentOfClass<juce::Slider>() != nullptr)
         return 0.75f * height;
 
-    return (pluginCore::liesInMarked (label, halfHeightLabels) ? 0.5f : 0.8f) * height;
+    return (pluginCore::liesInMarked (label, properties::halfHeightLabels) ? 0.5f : 0.8f) * height;
 }
 
 int getSheenLabelLines (int textAreaHeight, float fontHeight) noexcept

@@ -4,11 +4,8 @@
 
 namespace cv::varlo
 {
-/** The property that a component sets to true for labels in it to have a font half as high as they are. */
-inline const juce::Identifier halfHeightLabels { "halfHeightLabels" };
-
 /** The height of a label's font in logical pixels, as a proportion of the label's height that depends on the component
-    it belongs to: a slider, one with halfHeightLabels, or any other. Message thread.
+    it belongs to: a slider, one with the property halfHeightLabels, or any other. Message thread.
 */
 float getSheenLabelFontHeight (const juce::Label&);
 
@@ -23,7 +20,7 @@ int getSheenLabelLines (int textAreaHeight, float fontHeight) noexcept;
 juce::ColourGradient makeSheen (juce::Colour, float top, float bottom, double brightProportion);
 
 /** Draws a label with that sheen, dimmed when it is disabled. While it is being edited, its text is the editor's
-    to draw. The label's property "gradYProp", from 0 to 1, says down to where its text is bright. Message thread.
+    to draw. Its property brightTextProportion says down to where the text is bright. Message thread.
 */
 void paintSheenLabel (juce::Graphics&, const juce::Label&, const juce::Font&, juce::Rectangle<int> textArea);
 } // namespace cv::varlo

@@ -1,4 +1,5 @@
 #include "FuzzEnvironment.h"
+#include "pluginCore/lookAndFeel/Markers.h"
 #include "pluginCore/panels/UpdateChangeLogComponent.h"
 #include "pluginCore/text/ShapeableText.h"
 #include "pluginCore/updates/UpdateChecker.h"
@@ -42,8 +43,10 @@ void readVersion (const juce::String& text)
 /** Lays a name out and draws it where presets are shown: on the bar's button, in the menu, among files. */
 void drawName (cv::varlo::PluginLookAndFeel& look, juce::Graphics& g, const juce::String& name, int width, int height)
 {
+    juce::Component bar;
+    bar.getProperties().set (cv::pluginCore::markers::presetsBar, true);
     juce::TextButton button (name);
-    button.getProperties().set ("PresetsButton", true);
+    bar.addAndMakeVisible (button);
     button.setSize (width, height);
     button.paintEntireComponent (g, false);
 

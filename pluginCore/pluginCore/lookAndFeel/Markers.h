@@ -14,6 +14,9 @@ inline const juce::Identifier sameButtonFont { "sameButtonFont" };
 
 /** Labels are written smaller. */
 inline const juce::Identifier smallLabels { "smallLabels" };
+
+/** Buttons are a presets bar's. */
+inline const juce::Identifier presetsBar { "presetsBar" };
 } // namespace markers
 
 /** Properties that a component's own drawing follows. */

@@ -2,6 +2,7 @@
 
 #include "pluginCore/files/FilePath.h"
 #include "pluginCore/lookAndFeel/ColourIds.h"
+#include "pluginCore/lookAndFeel/Markers.h"
 #include "pluginCore/presetsBar/PresetTree.h"
 #include "pluginCore/text/ShapeableText.h"
 
@@ -87,7 +88,8 @@ PresetsBar::PresetsBar (PresetsManager& store) : presetsManager (store)
     previousButton.setComponentID (previousButtonId);
     nextButton.setComponentID (nextButtonId);
 
-    // A look-and-feel can tell the button from others by this.
+    // A look-and-feel can tell the bar's buttons from others by the one, and the name from the arrows by the other.
+    getProperties().set (markers::presetsBar, true);
     presetsButton.getProperties().set ("PresetsButton", true);
 
     for (auto* const button : std::initializer_list<juce::Button*> { &previousButton, &nextButton, &presetsButton })

@@ -1,6 +1,7 @@
 #include "varlo/lookAndFeel/ButtonPainter.h"
 
 #include "pluginCore/editor/DefaultLookAndFeel.h"
+#include "pluginCore/lookAndFeel/Markers.h"
 #include "support/FindComponent.h"
 #include "support/PresetSandbox.h"
 #include "support/Rendering.h"
@@ -273,6 +274,17 @@ TEST_F (ButtonTest, EmptyCaptionIsDrawnInAnySize)
         button.setSize (size, size);
         EXPECT_TRUE (getInkArea (drawCaption ({})).isEmpty());
     }
+}
+
+TEST (PresetsBarButtonTest, IsKnownByTheMarkerOfWhatItLiesIn)
+{
+    juce::Component bar;
+    juce::TextButton button;
+    bar.addAndMakeVisible (button);
+    EXPECT_FALSE (getButtonState (button, false, false).isInPresetsBar);
+
+    bar.getProperties().set (pluginCore::markers::presetsBar, true);
+    EXPECT_TRUE (getButtonState (button, false, false).isInPresetsBar);
 }
 
 TEST (PresetsBarButtonTest, IsDarkWithALightCaptionUntilItIsOn)

@@ -1,6 +1,6 @@
 #include "varlo/lookAndFeel/ButtonPainter.h"
 
-#include "pluginCore/presetsBar/PresetsBar.h"
+#include "pluginCore/lookAndFeel/Markers.h"
 #include "varlo/lookAndFeel/ControlState.h"
 #include "varlo/lookAndFeel/Markers.h"
 
@@ -25,7 +25,7 @@ ButtonState getButtonState (const juce::Button& button, bool isHighlighted, bool
              .isHighlighted = isHighlighted,
              .isDown = isDown,
              .isToggled = button.getToggleState(),
-             .isInPresetsBar = button.findParentComponentOfClass<pluginCore::PresetsBar>() != nullptr };
+             .isInPresetsBar = pluginCore::liesInMarked (button, pluginCore::markers::presetsBar) };
 }
 
 juce::Path makeButtonShape (int width, int height)

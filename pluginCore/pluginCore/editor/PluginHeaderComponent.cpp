@@ -1,5 +1,6 @@
 #include "pluginCore/editor/PluginHeaderComponent.h"
 
+#include "pluginCore/lookAndFeel/ButtonShape.h"
 #include "pluginCore/lookAndFeel/ColourIds.h"
 #include "pluginCore/lookAndFeel/Markers.h"
 
@@ -84,44 +85,24 @@ void PluginHeaderComponent::colourChanged()
 
 void PluginHeaderComponent::updateButtonImages()
 {
-    const auto background = findColour (headerBackgroundColourId);
-    const auto normal = background.contrasting (0.8f);
-    const auto down = background.contrasting (0.75f);
-    const auto over = background.contrasting (0.65f);
-
-    const auto update = [&] (juce::DrawableButton& button, const char* block, int numBytes)
-    {
-        juce::Path shape;
-        shape.loadPathFromData (block, (size_t) numBytes);
-        setButtonShape (button, shape, normal, down, over, over);
-    };
-
-    update (infoButton, resources::info_path, resources::info_pathSize);
-    update (undoButton, resources::undo_path, resources::undo_pathSize);
-    update (redoButton, resources::redo_path, resources::redo_pathSize);
+    setIcon (infoButton, resources::info_path, resources::info_pathSize);
+    setIcon (undoButton, resources::undo_path, resources::undo_pathSize);
+    setIcon (redoButton, resources::redo_path, resources::redo_pathSize);
 }
 
-void PluginHeaderComponent::setButtonShape (juce::DrawableButton& button,
-                                            const juce::Path& shape,
-                                            juce::Colour normal,
-                                            juce::Colour down,
-                                            juce::Colour over,
-                                            juce::Colour normalOn)
+void PluginHeaderComponent::setIcon (juce::DrawableButton& button, const char* path, int numBytes) const
 {
-    const auto createImage = [&shape] (juce::Colour colour)
-    {
-        auto image = std::make_unique<juce::DrawablePath>();
-        image->setPath (shape);
-        image->setFill (colour);
-        return image;
-    };
+    const auto background = findColour (headerBackgroundColourId);
+    const auto over = background.contrasting (0.65f);
 
-    const auto normalImage = createImage (normal);
-    const auto downImage = createImage (down);
-    const auto overImage = createImage (over);
-    const auto normalOnImage = createImage (normalOn);
+    juce::Path shape;
+    shape.loadPathFromData (path, (size_t) numBytes);
+    setButtonShape (button, shape, background.contrasting (0.8f), background.contrasting (0.75f), over, over);
+}
 
-    button.setImages (normalImage.get(), overImage.get(), downImage.get(), downImage.get(), normalOnImage.get());
+void PluginHeaderComponent::setLogo (const char* path, int numBytes)
+{
+    setIcon (logoButton, path, numBytes);
 }
 
 void PluginHeaderComponent::resized()

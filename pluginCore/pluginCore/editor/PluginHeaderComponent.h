@@ -42,15 +42,12 @@ public:
     void colourChanged() override;
     void timerCallback() override;
 
-    /** Gives a button a shape for all its states; a disabled button looks like a pressed one. */
-    static void setButtonShape (juce::DrawableButton& button,
-                                const juce::Path& shape,
-                                juce::Colour normal,
-                                juce::Colour down,
-                                juce::Colour over,
-                                juce::Colour normalOn);
+    /** Gives the logo its shape, of juce::Path's own bytes, in the icons' colours of the moment. It keeps them whatever
+        the colours become.
+    */
+    void setLogo (const char* path, int numBytes);
 
-    /** Blank until the owner gives it a shape, which it keeps whatever the colours. */
+    /** Blank until the owner gives it a shape. */
     juce::DrawableButton& getLogoButton() noexcept { return logoButton; }
 
     /** Where the presets bar lies in a header of this size, for look-and-feels that have no other place
@@ -67,6 +64,7 @@ private:
     void nameButtons();
     void positionComponents();
     void updateButtonImages();
+    void setIcon (juce::DrawableButton&, const char* path, int numBytes) const;
 
     PresetsBar presetsBar;
     juce::DrawableButton undoButton { "undo", juce::DrawableButton::ImageFitted };

@@ -1,6 +1,7 @@
 #include "pluginCore/presetsBar/PresetsBar.h"
 
 #include "pluginCore/files/FilePath.h"
+#include "pluginCore/lookAndFeel/ButtonShape.h"
 #include "pluginCore/lookAndFeel/ColourIds.h"
 #include "pluginCore/lookAndFeel/Markers.h"
 #include "pluginCore/presetsBar/PresetTree.h"
@@ -20,30 +21,6 @@ enum MenuItemIds
     showLocationItemId,
     firstFreeItemId
 };
-
-std::unique_ptr<juce::DrawablePath> createFilledPath (const juce::Path& path, juce::Colour colour)
-{
-    auto drawable = std::make_unique<juce::DrawablePath>();
-    drawable->setPath (path);
-    drawable->setFill (colour);
-    return drawable;
-}
-
-void setArrowImages (juce::DrawableButton& button,
-                     const juce::Path& normalPath,
-                     juce::Colour normal,
-                     const juce::Path& downPath,
-                     juce::Colour down,
-                     juce::Colour over,
-                     juce::Colour normalOn)
-{
-    const auto normalImage = createFilledPath (normalPath, normal);
-    const auto overImage = createFilledPath (normalPath, over);
-    const auto normalOnImage = createFilledPath (downPath, normalOn);
-    const auto downImage = createFilledPath (downPath, down);
-
-    button.setImages (normalImage.get(), overImage.get(), downImage.get(), downImage.get(), normalOnImage.get());
-}
 } // namespace
 
 juce::Path createChevronPath()
@@ -142,10 +119,10 @@ void PresetsBar::colourChanged()
     const auto over = base.contrasting (0.5f);
 
     auto chevron = createChevronPath();
-    setArrowImages (nextButton, chevron, normal, chevron, down, over, over);
+    setButtonShape (nextButton, chevron, normal, down, over, over);
 
     chevron.applyTransform (juce::AffineTransform::rotation (juce::MathConstants<float>::pi));
-    setArrowImages (previousButton, chevron, normal, chevron, down, over, over);
+    setButtonShape (previousButton, chevron, normal, down, over, over);
 }
 
 void PresetsBar::resized()

@@ -1,5 +1,6 @@
 #include "pluginCore/editor/PluginHeaderComponent.h"
 
+#include "pluginCore/lookAndFeel/ButtonShape.h"
 #include "support/FindComponent.h"
 #include "support/FrameworkLookAndFeel.h"
 #include "support/Mouse.h"
@@ -289,11 +290,23 @@ TEST_F (PluginHeaderComponentTest, TheLogoKeepsItsShapeWhateverTheColours)
 
     juce::Path shape;
     shape.addEllipse (0.0f, 0.0f, 3.0f, 4.0f);
-    const std::vector colours { juce::Colours::red, juce::Colours::green, juce::Colours::blue, juce::Colours::pink };
-    PluginHeaderComponent::setButtonShape (logoButton(), shape, colours[0], colours[1], colours[2], colours[3]);
+    juce::MemoryOutputStream stream;
+    shape.writePathToStream (stream);
+    const auto block = stream.getMemoryBlock();
+    header.setLogo (block.begin(), (int) block.getSize());
+    const auto colours = getColours (infoButton());
     header.setColour (headerBackgroundColourId, juce::Colours::white);
 
     EXPECT_EQ (asPath (logoButton().getNormalImage()).getPath(), shape);
+    EXPECT_EQ (getColours (logoButton()), colours);
+    EXPECT_NE (getColours (infoButton()), colours);
+}
+
+TEST_F (PluginHeaderComponentTest, AButtonsShapeHasAColourForEachState)
+{
+    const std::vector colours { juce::Colours::red, juce::Colours::green, juce::Colours::blue, juce::Colours::pink };
+    setButtonShape (logoButton(), {}, colours[0], colours[1], colours[2], colours[3]);
+
     EXPECT_THAT (getColours (logoButton()),
                  testing::ElementsAre (colours[0], colours[2], colours[1], colours[1], colours[3]));
 }

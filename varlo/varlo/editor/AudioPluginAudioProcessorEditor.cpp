@@ -81,14 +81,8 @@ void AudioPluginAudioProcessorEditor::setTabOrder()
 
 void AudioPluginAudioProcessorEditor::setUpLogo()
 {
-    juce::Path logo;
-    logo.loadPathFromData (resources::logo_path, (size_t) resources::logo_pathSize);
-
+    header.setLogo (resources::logo_path, resources::logo_pathSize);
     header.getLogoButton().setTitle (processor.getName());
-    const auto background = header.findColour (pluginCore::headerBackgroundColourId);
-    const auto over = background.contrasting (0.65f);
-    header.setButtonShape (header.getLogoButton(), logo, background.contrasting (0.8f), background.contrasting (0.75f),
-                           over, over);
 }
 
 void AudioPluginAudioProcessorEditor::followDelay()

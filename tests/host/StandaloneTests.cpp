@@ -1,3 +1,4 @@
+#include "support/Alarms.h"
 #include "support/DisplayWindows.h"
 #include "support/Program.h"
 #include "support/TemporaryHome.h"
@@ -48,9 +49,7 @@ protected:
     static void expectGoodEnd (test::Program& program)
     {
         EXPECT_EQ (program.waitForEnd (limitMilliseconds), std::optional (0)) << program.getText();
-
-        for (const auto* alarm : { "JUCE Assertion failure", "Sanitizer", "runtime error:", "leaked" })
-            EXPECT_FALSE (program.getText().contains (alarm)) << program.getText();
+        test::expectNoAlarm (program.getText());
     }
 
     static constexpr int limitMilliseconds = 60000;

@@ -1,5 +1,7 @@
 #include "support/RenderProcess.h"
 
+#include "support/Alarms.h"
+
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -162,10 +164,7 @@ RenderProcess::Result RenderProcess::wait()
 
     result.errors = withoutGreeting (result.errors);
 
-    for (const auto* alarm : { "JUCE Assertion failure", "Sanitizer", "runtime error:", "leaked" })
-        if (result.errors.contains (alarm))
-            ADD_FAILURE() << result.errors;
-
+    expectNoAlarm (result.errors);
     return result;
 }
 

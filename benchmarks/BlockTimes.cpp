@@ -86,6 +86,92 @@ void printTimes (const char* name, std::vector<double> nanoseconds)
     std::cout << std::endl;
 }
 
+struct Recording
+{
+    std::vector<Block> blocks;
+    long numWaits = 0;
+};
+
+/** As a host's audio thread does; loud for the first quarter of each second. */
+Recording playInTime (ProcessorHarness& harness, double seconds)
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr auto period = std::chrono::nanoseconds ((juce::int64) (1.0e9 * blockLength / sampleRateHz));
+    const auto numBlocks = (int) (seconds * blocksPerSecond);
+
+    Recording recording;
+    recording.blocks.reserve ((size_t) numBlocks);
+    Player player (harness);
+    auto next = Clock::now();
+
+    for (auto i = 0; i < numBlocks; ++i)
+    {
+        const auto before = countWaits();
+        recording.blocks.push_back (player.play (i / (blocksPerSecond / 4) % 4 == 0));
+        recording.numWaits += countWaits() - before;
+        next = std::max (next + period, Clock::now());
+        std::this_thread::sleep_until (next);
+    }
+
+    return recording;
+}
+
+/** What is loaded and restored meanwhile. */
+class Load
+{
+public:
+    explicit Load (ProcessorHarness& harness) : processor (harness.processor)
+    {
+        processor.getPresetsManager().savePreset (preset, false);
+        harness.set ("delay", 250.0f);
+        harness.set ("feedback", 80.0f);
+        processor.getStateInformation (state);
+    }
+
+    /** A hundred states a second and a preset with every tenth of them; to be called at least as often. */
+    void keepUp()
+    {
+        constexpr auto millisecondsPerState = 10;
+
+        if (juce::Time::getMillisecondCounterHiRes() - start < (double) numStates * millisecondsPerState)
+            return;
+
+        processor.setStateInformation (state.getData(), (int) state.getSize());
+
+        if (++numStates % 10 == 0)
+        {
+            processor.getPresetsManager().loadPreset (preset);
+            ++numPresets;
+        }
+    }
+
+    int numStates = 0;
+    int numPresets = 0;
+
+private:
+    cv::varlo::AudioPluginAudioProcessor& processor;
+    const juce::File preset = processor.getPresetsManager().getLocations().userFolder.getChildFile ("a.cvpreset");
+    juce::MemoryBlock state;
+    const double start = juce::Time::getMillisecondCounterHiRes();
+};
+
+void printReport (const Recording& recording, const Load& load)
+{
+    std::vector<double> cpu, wall;
+
+    for (const auto& block : recording.blocks)
+    {
+        cpu.push_back (block.cpuNanoseconds);
+        wall.push_back (block.wallNanoseconds);
+    }
+
+    std::cout << recording.blocks.size() << " blocks of " << blockLength << " samples, " << load.numStates
+              << " states, " << load.numPresets << " presets; in brackets: multiples of the mean\n";
+    printTimes ("CPU time ", cpu);
+    printTimes ("wall time", wall);
+    std::cout << "waits within blocks: " << recording.numWaits << std::endl;
+}
+
 /** Plays in time; under load, presets load, states are restored a hundred times a second and an editor is open
     meanwhile.
 */
@@ -94,14 +180,6 @@ int measureBlocks (double seconds, bool isUnderLoad)
     const cv::test::TemporaryHome home;
     ProcessorHarness harness;
     harness.prepare (sampleRateHz, blockLength);
-    auto& presets = harness.processor.getPresetsManager();
-    const auto preset = presets.getLocations().userFolder.getChildFile ("a.cvpreset");
-    presets.savePreset (preset, false);
-    juce::MemoryBlock state;
-    harness.set ("delay", 250.0f);
-    harness.set ("feedback", 80.0f);
-    harness.processor.getStateInformation (state);
-
     const std::unique_ptr<juce::AudioProcessorEditor> editor (harness.processor.createEditorIfNeeded());
 
     if (isUnderLoad)
@@ -110,68 +188,27 @@ int measureBlocks (double seconds, bool isUnderLoad)
         editor->setVisible (true);
     }
 
-    std::vector<Block> blocks;
-    blocks.reserve ((size_t) (seconds * blocksPerSecond) + 1);
+    Load load (harness);
+    Recording recording;
     std::atomic<bool> isDone = false;
-    long numWaits = 0;
-
     std::thread audio (
         [&]
         {
-            using Clock = std::chrono::steady_clock;
-            constexpr auto period = std::chrono::nanoseconds ((juce::int64) (1.0e9 * blockLength / sampleRateHz));
-            Player player (harness);
-            auto next = Clock::now();
-
-            for (auto i = 0; i < (int) (seconds * blocksPerSecond); ++i)
-            {
-                const auto before = countWaits();
-                blocks.push_back (player.play (i / (blocksPerSecond / 4) % 4 == 0));
-                numWaits += countWaits() - before;
-                next = std::max (next + period, Clock::now());
-                std::this_thread::sleep_until (next);
-            }
-
+            recording = playInTime (harness, seconds);
             isDone = true;
         });
 
-    auto numPresets = 0, numStates = 0;
-    const auto start = juce::Time::getMillisecondCounterHiRes();
-
     while (! isDone)
     {
-        constexpr auto millisecondsPerState = 10;
         cv::test::runMessageLoopFor (1);
 
-        if (! isUnderLoad
-            || juce::Time::getMillisecondCounterHiRes() - start < (double) numStates * millisecondsPerState)
-            continue;
-
-        harness.processor.setStateInformation (state.getData(), (int) state.getSize());
-
-        if (++numStates % 10 == 0)
-        {
-            presets.loadPreset (preset);
-            ++numPresets;
-        }
+        if (isUnderLoad)
+            load.keepUp();
     }
 
     audio.join();
     harness.processor.editorBeingDeleted (editor.get());
-
-    std::vector<double> cpu, wall;
-
-    for (const auto& block : blocks)
-    {
-        cpu.push_back (block.cpuNanoseconds);
-        wall.push_back (block.wallNanoseconds);
-    }
-
-    std::cout << blocks.size() << " blocks of " << blockLength << " samples, " << numStates << " states, " << numPresets
-              << " presets; in brackets: multiples of the mean\n";
-    printTimes ("CPU time ", cpu);
-    printTimes ("wall time", wall);
-    std::cout << "waits within blocks: " << numWaits << std::endl;
+    printReport (recording, load);
     return 0;
 }
 

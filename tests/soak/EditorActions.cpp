@@ -21,7 +21,7 @@ juce::Point<int> toSize (int width)
 EditorActions::EditorActions (juce::AudioPluginInstance& pluginToUse,
                               const PluginActions& valuesToUse,
                               const render::DisplayConnection& displayToUse,
-                              RealMouse& mouseToUse,
+                              test::RealMouse& mouseToUse,
                               juce::Random& randomToUse)
     : plugin (pluginToUse)
     , values (valuesToUse)

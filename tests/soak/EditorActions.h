@@ -4,7 +4,7 @@
 #include "render/EditorFrame.h"
 #include "soak/EditorPlaces.h"
 #include "soak/PluginActions.h"
-#include "soak/RealMouse.h"
+#include "support/RealMouse.h"
 
 #include <memory>
 
@@ -18,8 +18,11 @@ class EditorActions
 {
 public:
     /** All of them outlive this object. */
-    EditorActions (
-        juce::AudioPluginInstance&, const PluginActions&, const render::DisplayConnection&, RealMouse&, juce::Random&);
+    EditorActions (juce::AudioPluginInstance&,
+                   const PluginActions&,
+                   const render::DisplayConnection&,
+                   test::RealMouse&,
+                   juce::Random&);
 
     bool isOpen() const noexcept { return frame != nullptr; }
 
@@ -59,7 +62,7 @@ private:
     juce::AudioPluginInstance& plugin;
     const PluginActions& values;
     const render::DisplayConnection& display;
-    RealMouse& mouse;
+    test::RealMouse& mouse;
     juce::Random& random;
     std::unique_ptr<render::EditorFrame> frame;
 

@@ -5,8 +5,8 @@
 #include "soak/AudioThread.h"
 #include "soak/EditorActions.h"
 #include "soak/PluginActions.h"
-#include "soak/RealMouse.h"
 #include "soak/Watch.h"
+#include "support/RealMouse.h"
 
 #include <functional>
 #include <vector>
@@ -58,7 +58,7 @@ private:
     const double startMilliseconds = juce::Time::getMillisecondCounterHiRes();
 
     const render::DisplayConnection display;
-    RealMouse mouse;
+    test::RealMouse mouse;
     const render::PluginHost host;
     Watch watch;
     AudioThread audio;

@@ -2,11 +2,11 @@
 
 #include "render/DisplayConnection.h"
 #include "render/EditorFrame.h"
-#include "soak/RealMouse.h"
 #include "soak/Watch.h"
 #include "storm/AudioThreads.h"
 #include "storm/Instance.h"
 #include "storm/ProcessUse.h"
+#include "support/RealMouse.h"
 
 #include <functional>
 #include <memory>
@@ -93,7 +93,7 @@ private:
     juce::Random random;
 
     const render::DisplayConnection display;
-    soak::RealMouse mouse;
+    test::RealMouse mouse;
     juce::VST3PluginFormat format;
     juce::PluginDescription description;
     soak::Watch watch;

@@ -1,8 +1,8 @@
-#include "soak/RealMouse.h"
 #include "support/FindComponent.h"
 #include "support/HostWindow.h"
 #include "support/MessageLoop.h"
 #include "support/PresetSandbox.h"
+#include "support/RealMouse.h"
 #include "support/TestProductEditor.h"
 
 #include <gtest/gtest.h>
@@ -11,8 +11,8 @@ namespace cv::pluginCore
 {
 namespace
 {
-using cv::soak::RealMouse;
 using cv::test::HostWindow;
+using cv::test::RealMouse;
 using cv::test::runMessageLoopFor;
 using cv::test::runMessageLoopUntil;
 

@@ -2,7 +2,7 @@
 
 #include <juce_graphics/juce_graphics.h>
 
-namespace cv::soak
+namespace cv::test
 {
 /** The display's mouse, moved and pressed through the X server, so that programs can't tell it from a hand's.
     Message thread.
@@ -28,4 +28,4 @@ private:
 
     JUCE_DECLARE_NON_COPYABLE (RealMouse)
 };
-} // namespace cv::soak
+} // namespace cv::test

@@ -1,11 +1,11 @@
-#include "soak/RealMouse.h"
+#include "support/RealMouse.h"
 
 #include <cstdint>
 
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 
-namespace cv::soak
+namespace cv::test
 {
 namespace
 {
@@ -59,4 +59,4 @@ void RealMouse::release()
     XTestFakeButtonEvent (toDisplay (display), leftButton, False, CurrentTime);
     XSync (toDisplay (display), False);
 }
-} // namespace cv::soak
+} // namespace cv::test

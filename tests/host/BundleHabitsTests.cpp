@@ -2,6 +2,7 @@
 #include "support/Signals.h"
 
 #include <gmock/gmock.h>
+#include <juce_audio_processors/juce_audio_processors.h>
 
 namespace cv::varlo
 {
@@ -15,10 +16,59 @@ constexpr auto sampleRateHz = 48000.0;
 constexpr auto oneSecond = 48000;
 constexpr auto blockLength = 512;
 
-juce::AudioBuffer<float> playAsPromised (const juce::AudioBuffer<float>& input)
+/** The plug-in lets nothing louder through. */
+constexpr auto maxLevel = 4.0f;
+
+juce::MemoryBlock makeState (const std::map<juce::String, float>& values)
 {
-    BundlePlayer player;
-    auto buffer = input;
+    juce::XmlElement state ("Varlo");
+    auto* const parameters = state.createNewChildElement ("PARAMS");
+
+    for (const auto& [id, value] : values)
+    {
+        auto* const parameter = parameters->createNewChildElement ("PARAM");
+        parameter->setAttribute ("id", id);
+        parameter->setAttribute ("value", value);
+    }
+
+    juce::MemoryBlock chunk;
+    juce::AudioProcessor::copyXmlToBinary (state, chunk);
+    return chunk;
+}
+
+/** Every stage at work, with much feedback and echoes that are soon heard. */
+juce::MemoryBlock makeEchoingState()
+{
+    return makeState ({ { "delay", 37.0f }, { "feedback", 95.0f }, { "degrade", 40.0f }, { "resonance", 60.0f } });
+}
+
+/** The built bundle with short echoes, before anybody has told it of a rate. */
+class EchoingPlayer final : public BundlePlayer
+{
+public:
+    EchoingPlayer() { EXPECT_TRUE (! isUsable() || setState (makeEchoingState()) == kResultTrue); }
+};
+
+/** Noise, and silence in the last quarter. */
+juce::AudioBuffer<float> makeBurst (int numChannels, int numSamples)
+{
+    auto buffer = makeNoise (numChannels, numSamples, 0.5f);
+    buffer.clear (numSamples * 3 / 4, numSamples - numSamples * 3 / 4);
+    return buffer;
+}
+
+/** What is heard in the silence behind a burst. */
+float getEchoLevel (const juce::AudioBuffer<float>& buffer)
+{
+    const auto start = buffer.getNumSamples() * 3 / 4;
+    return buffer.getMagnitude (start, buffer.getNumSamples() - start);
+}
+
+/** Plays a burst with short echoes as hosts should. */
+juce::AudioBuffer<float> playAsPromised (const juce::AudioBuffer<float>& burst)
+{
+    EchoingPlayer player;
+    auto buffer = burst;
 
     if (! player.isUsable())
         return buffer;
@@ -26,13 +76,14 @@ juce::AudioBuffer<float> playAsPromised (const juce::AudioBuffer<float>& input)
     EXPECT_EQ (player.setUp (sampleRateHz, blockLength), kResultTrue);
     EXPECT_EQ (player.setActive (true), kResultTrue);
     player.play (buffer, blockLength);
+    EXPECT_GT (getEchoLevel (buffer), 0.1f);
     return buffer;
 }
 
 TEST (BundleHabits, ActivatedTwiceItSoundsAsOnce)
 {
-    const auto input = makeNoise (2, oneSecond, 0.5f);
-    BundlePlayer player;
+    const auto input = makeBurst (2, oneSecond);
+    EchoingPlayer player;
     ASSERT_TRUE (player.isUsable());
     player.setUp (sampleRateHz, blockLength);
     player.setActive (true);
@@ -47,8 +98,8 @@ TEST (BundleHabits, ActivatedTwiceItSoundsAsOnce)
 
 TEST (BundleHabits, SetUpForNothingThenForARateItPlays)
 {
-    const auto input = makeNoise (2, oneSecond, 0.5f);
-    BundlePlayer player;
+    const auto input = makeBurst (2, oneSecond);
+    EchoingPlayer player;
     ASSERT_TRUE (player.isUsable());
     player.setUp (0.0, 0);
     player.setActive (true);
@@ -66,8 +117,8 @@ TEST (BundleHabits, SetUpForNothingThenForARateItPlays)
 
 TEST (BundleHabits, BlocksOfNoneOrOneSample)
 {
-    const auto input = makeNoise (2, oneSecond / 10, 0.5f);
-    BundlePlayer player;
+    const auto input = makeBurst (2, oneSecond / 10);
+    EchoingPlayer player;
     ASSERT_TRUE (player.isUsable());
     player.setUp (sampleRateHz, blockLength);
     player.setActive (true);
@@ -87,11 +138,11 @@ TEST (BundleHabits, BlocksOfNoneOrOneSample)
 
 TEST (BundleHabits, BlocksLargerThanPromised)
 {
-    const auto input = makeNoise (2, oneSecond, 0.5f);
+    const auto input = makeBurst (2, oneSecond);
 
     for (const auto promised : { 1, 32, 500 })
     {
-        BundlePlayer player;
+        EchoingPlayer player;
         ASSERT_TRUE (player.isUsable());
         player.setUp (sampleRateHz, promised);
         player.setActive (true);
@@ -102,24 +153,52 @@ TEST (BundleHabits, BlocksLargerThanPromised)
     }
 }
 
-TEST (BundleHabits, BlocksBeforeActivationAndBehindIt)
+TEST (BundleHabits, BlocksBeforeActivationAreSilent)
 {
-    BundlePlayer player;
+    const auto input = makeBurst (2, oneSecond / 10);
+    EchoingPlayer player;
     ASSERT_TRUE (player.isUsable());
-    auto buffer = makeNoise (2, blockLength, 0.5f);
+    auto buffer = input;
     player.play (buffer, blockLength);
+    EXPECT_FLOAT_EQ (buffer.getMagnitude (0, buffer.getNumSamples()), 0.0f);
+
     player.setUp (sampleRateHz, blockLength);
+    buffer = input;
     player.play (buffer, blockLength);
+    EXPECT_FLOAT_EQ (buffer.getMagnitude (0, buffer.getNumSamples()), 0.0f);
+
+    // And leave nothing behind.
     player.setActive (true);
-    player.setActive (false);
+    buffer = input;
     player.play (buffer, blockLength);
-    EXPECT_LE (buffer.getMagnitude (0, blockLength), 4.0f);
+    EXPECT_TRUE (areIdentical (buffer, playAsPromised (input)));
+}
+
+TEST (BundleHabits, BlocksBehindDeactivationGoOn)
+{
+    const auto input = makeBurst (2, oneSecond);
+    EchoingPlayer player;
+    ASSERT_TRUE (player.isUsable());
+    player.setUp (sampleRateHz, blockLength);
+    player.setActive (true);
+    auto buffer = input;
+
+    for (auto start = 0; start < oneSecond; start += blockLength)
+    {
+        if (start >= oneSecond / 2)
+            player.setActive (false);
+
+        float* const channels[] { buffer.getWritePointer (0, start), buffer.getWritePointer (1, start) };
+        EXPECT_EQ (player.play (channels, channels, juce::jmin (blockLength, oneSecond - start)), kResultTrue);
+    }
+
+    EXPECT_TRUE (areIdentical (buffer, playAsPromised (input)));
 }
 
 TEST (BundleHabits, OutputAndInputMayBeTheSameOrNot)
 {
-    const auto input = makeNoise (2, oneSecond, 0.5f);
-    BundlePlayer player;
+    const auto input = makeBurst (2, oneSecond);
+    EchoingPlayer player;
     ASSERT_TRUE (player.isUsable());
     player.setUp (sampleRateHz, blockLength);
     player.setActive (true);
@@ -139,11 +218,11 @@ TEST (BundleHabits, OutputAndInputMayBeTheSameOrNot)
 
 TEST (BundleHabits, BothChannelsMayBeTheSame)
 {
-    BundlePlayer player;
+    EchoingPlayer player;
     ASSERT_TRUE (player.isUsable());
     player.setUp (sampleRateHz, blockLength);
     player.setActive (true);
-    auto buffer = makeNoise (1, oneSecond, 0.5f);
+    auto buffer = makeBurst (1, oneSecond);
 
     for (auto start = 0; start + blockLength <= oneSecond; start += blockLength)
     {
@@ -152,40 +231,69 @@ TEST (BundleHabits, BothChannelsMayBeTheSame)
         EXPECT_EQ (player.play (channels, channels, blockLength), kResultTrue);
     }
 
-    EXPECT_LE (buffer.getMagnitude (0, oneSecond), 4.0f);
-    EXPECT_GT (buffer.getMagnitude (0, oneSecond), 0.1f);
+    EXPECT_LE (buffer.getMagnitude (0, oneSecond), maxLevel);
+    EXPECT_GT (getEchoLevel (buffer), 0.1f);
 }
 
 TEST (BundleHabits, StateAtAnyTime)
 {
     constexpr auto samplesPerMillisecond = 48;
-    const auto input = makeNoise (2, oneSecond, 0.5f);
-    BundlePlayer player;
+    const auto input = makeBurst (2, oneSecond);
+    EchoingPlayer player;
     ASSERT_TRUE (player.isUsable());
-    const auto state = player.getState();
-    ASSERT_FALSE (state.isEmpty());
-    EXPECT_EQ (player.setState (state), kResultTrue);
+
+    // As the plug-in writes them.
+    const auto echoing = player.getState();
+    EXPECT_EQ (player.setState (makeState ({ { "delay", 800.0f }, { "mix", 20.0f } })), kResultTrue);
+    const auto other = player.getState();
+    ASSERT_NE (other, echoing);
+
     player.setUp (sampleRateHz, blockLength);
-    EXPECT_EQ (player.setState (state), kResultTrue);
+    EXPECT_EQ (player.setState (echoing), kResultTrue);
+    EXPECT_EQ (player.getState(), echoing);
     player.setActive (true);
     auto buffer = input;
 
     for (auto start = 0; start < oneSecond; start += samplesPerMillisecond)
     {
+        // What stood in between is never heard.
+        EXPECT_EQ (player.setState (other), kResultTrue);
+        ASSERT_EQ (player.getState(), other) << start;
+        EXPECT_EQ (player.setState (echoing), kResultTrue);
+        ASSERT_EQ (player.getState(), echoing) << start;
+
         float* const channels[] { buffer.getWritePointer (0, start), buffer.getWritePointer (1, start) };
-        player.setState (state);
         player.play (channels, channels, samplesPerMillisecond);
     }
 
     EXPECT_TRUE (areIdentical (buffer, playAsPromised (input)));
-    EXPECT_EQ (player.getState(), state);
+}
+
+TEST (BundleHabits, AStateIsHeardFromTheNextBlockOn)
+{
+    const auto input = makeBurst (2, oneSecond);
+    EchoingPlayer player;
+    ASSERT_TRUE (player.isUsable());
+    const auto echoing = player.getState();
+    player.setState (makeState ({ { "mix", 0.0f } }));
+    player.setUp (sampleRateHz, blockLength);
+    player.setActive (true);
+
+    auto buffer = input;
+    player.play (buffer, blockLength);
+    EXPECT_LT (getEchoLevel (buffer), 0.01f);
+
+    player.setState (echoing);
+    buffer = input;
+    player.play (buffer, blockLength);
+    EXPECT_GT (getEchoLevel (buffer), 0.1f);
 }
 
 // The C library keeps what has symbols that are to be unique in a process, so that the code stays. What the plug-in
 // has made goes all the same when its last instance does, and is made anew for the next.
 TEST (BundleHabits, LeftAndLoadedAgain)
 {
-    const auto input = makeNoise (2, oneSecond / 10, 0.5f);
+    const auto input = makeBurst (2, oneSecond / 10);
     const auto expected = playAsPromised (input);
 
     for (auto i = 0; i < 10; ++i)

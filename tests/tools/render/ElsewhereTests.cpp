@@ -48,18 +48,14 @@ TEST_F (RenderElsewhere, SaysInOneLineThatThereAreNoPictures)
 
 TEST_F (RenderElsewhere, AnInterruptionLeavesNothing)
 {
-    RenderProcess process (
-        { input.getFullPathName(), "-o", output.getFullPathName(), "--tail", "3600", "--block", "1" }, options);
-
-    // Its handler is in place once the output's temporary file is there.
-    while (scratch.getContents().size() < 2)
-        juce::Thread::sleep (1);
-
+    const auto before = scratch.getContents();
+    RenderProcess process (longRender, options);
+    waitForRender (before);
     process.sendSignal (SIGINT);
     const auto result = process.wait();
     EXPECT_EQ (result.exitCode, 130);
     EXPECT_EQ (result.errors, "varlo-render: interrupted; nothing was written\n");
-    EXPECT_EQ (scratch.getContents(), juce::StringArray ({ "input.wav" }));
+    EXPECT_EQ (scratch.getContents(), before);
 }
 } // namespace
 } // namespace cv::render

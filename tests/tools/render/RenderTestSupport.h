@@ -49,6 +49,21 @@ protected:
         expectError (arguments, words, exitCode);
     }
 
+    /** Waits until a render has begun: until its temporary file, with whose making its signal handlers are in place,
+        lies beside what was there before. Fails the test after 30 seconds.
+    */
+    void waitForRender (const juce::StringArray& contentsBefore) const
+    {
+        constexpr auto limitMilliseconds = 30000.0;
+        const auto start = juce::Time::getMillisecondCounterHiRes();
+
+        while (scratch.getContents() == contentsBefore
+               && juce::Time::getMillisecondCounterHiRes() - start < limitMilliseconds)
+            juce::Thread::sleep (1);
+
+        EXPECT_NE (scratch.getContents(), contentsBefore) << "the render never began";
+    }
+
     static constexpr int sampleRate = 44100;
     static constexpr int inputLength = 4410;
 
@@ -56,5 +71,10 @@ protected:
     const juce::AudioBuffer<float> noise = cv::test::makeNoise (2, inputLength, 0.5f);
     const juce::File input = scratch.getFile ("input.wav");
     const juce::File output = scratch.getFile ("output.wav");
+
+    // An hour in blocks of one sample takes longer than any test waits.
+    const juce::StringArray longRender {
+        input.getFullPathName(), "-o", output.getFullPathName(), "--tail", "3600", "--block", "1"
+    };
 };
 } // namespace cv::render

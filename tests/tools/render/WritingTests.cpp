@@ -17,20 +17,6 @@ constexpr auto isInstrumented = false;
 
 class Writing : public RenderTest
 {
-protected:
-    /** Gives up after ten seconds. */
-    void waitForMoreThan (const juce::StringArray& contents) const
-    {
-        for (auto i = 0; i < 1000 && scratch.getContents() == contents; ++i)
-            juce::Thread::sleep (10);
-
-        EXPECT_NE (scratch.getContents(), contents) << "the render never began";
-    }
-
-    // An hour in blocks of one sample takes longer than any test waits.
-    const juce::StringArray longRender {
-        input.getFullPathName(), "-o", output.getFullPathName(), "--tail", "3600", "--block", "1"
-    };
 };
 
 TEST_F (Writing, ReplacesTheOutputAndLeavesNothingBesideIt)
@@ -97,7 +83,7 @@ TEST_F (Writing, InterruptionLeavesNothing)
     {
         const auto before = scratch.getContents();
         RenderProcess process (longRender);
-        waitForMoreThan (before);
+        waitForRender (before);
         process.sendSignal (signal);
 
         const auto result = process.wait();
@@ -113,7 +99,7 @@ TEST_F (Writing, SignalsThatTheProgramWasStartedIgnoringStayIgnored)
     RenderProcess::Options options;
     options.ignoredSignals = { SIGHUP, SIGINT };
     RenderProcess process (longRender, options);
-    waitForMoreThan (before);
+    waitForRender (before);
 
     // The signal that is not ignored comes last. Were another one heeded, it would have ended the render by then.
     process.sendSignal (SIGHUP);
@@ -135,7 +121,7 @@ TEST_F (Writing, ACrashLeavesNothingButOneLine)
     {
         const auto before = scratch.getContents();
         RenderProcess process (longRender);
-        waitForMoreThan (before);
+        waitForRender (before);
         process.sendSignal (signal);
 
         const auto result = process.wait();

@@ -68,10 +68,22 @@ protected:
 
     juce::Image draw (int width, FakeDisplay& display, juce::Image* iconToDraw, bool isDirectory, bool isSelected)
     {
+        return draw ("HHHH", width, display, iconToDraw, isDirectory, isSelected);
+    }
+
+    juce::Image drawName (const juce::String& name) { return draw (name, 300, list, &icon, false, false); }
+
+    juce::Image draw (const juce::String& name,
+                      int width,
+                      FakeDisplay& display,
+                      juce::Image* iconToDraw,
+                      bool isDirectory,
+                      bool isSelected)
+    {
         return render (width, rowHeight,
                        [&] (juce::Graphics& g)
                        {
-                           lookAndFeel.drawFileBrowserRow (g, width, rowHeight, {}, "HHHH", iconToDraw, "1 kB", "1 Jan",
+                           lookAndFeel.drawFileBrowserRow (g, width, rowHeight, {}, name, iconToDraw, "1 kB", "1 Jan",
                                                            isDirectory, isSelected, 0, display);
                        });
     }
@@ -120,6 +132,20 @@ TEST_F (FileRowTest, NameStandsBehindTheIcon)
     const auto name = getTextArea (image, juce::Colours::lime);
     EXPECT_GE (name.getX(), 30);
     EXPECT_LE (name.getX(), 33);
+}
+
+TEST_F (FileRowTest, NameIsShownAsFarAsItCanBeShaped)
+{
+    const auto expectShown = [this] (const juce::String& name, const juce::String& shown)
+    { EXPECT_TRUE (test::areSame (drawName (name), drawName (shown))) << name; };
+    const auto joint = [] (juce::juce_wchar code) { return "HH" + juce::String::charToString (code) + "HH"; };
+
+    ASSERT_FALSE (test::areSame (drawName ("HHHH"), drawName ("HH HH")));
+    expectShown (joint (0x1c), "HHHH");    // a separator that ends a paragraph, but no line
+    expectShown (joint (0x301), "HHHH");   // a combining acute
+    expectShown (joint (0x2028), "HH HH"); // the end of a line
+    expectShown (joint (0x5d0), "HH?HH");  // a letter that runs from right to left
+    expectShown (juce::String::charToString (0x301), "?");
 }
 
 TEST_F (FileRowTest, LargeIconIsReduced)

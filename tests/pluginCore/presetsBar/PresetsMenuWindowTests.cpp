@@ -49,7 +49,8 @@ protected:
     {
         // The menu asks the system where the mouse is, and follows it there by a timer.
         juce::Desktop::setMousePosition (item.getScreenBounds().getCentre());
-        runMessageLoopFor (150);
+        EXPECT_TRUE (
+            runMessageLoopUntil ([&] { return item.getAccessibilityHandler()->getCurrentState().isSelected(); }));
         test::pressMouseOn (item);
         test::releaseMouseOn (item);
     }

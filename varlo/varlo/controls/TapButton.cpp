@@ -2,7 +2,9 @@
 
 namespace cv::varlo
 {
-TapButton::TapButton (double maxIntervalMilliseconds) : series (maxIntervalMilliseconds)
+TapButton::TapButton (double maxIntervalMilliseconds, Clock clock)
+    : series (maxIntervalMilliseconds)
+    , getNowMilliseconds (std::move (clock))
 {
     setTitle (juce::translate ("Tap Tempo"));
     setTooltip (juce::translate ("Tap in time to set the delay"));
@@ -13,7 +15,7 @@ TapButton::~TapButton() = default;
 
 void TapButton::tap()
 {
-    const auto intervalMilliseconds = series.addTap (juce::Time::getMillisecondCounterHiRes());
+    const auto intervalMilliseconds = series.addTap (getNowMilliseconds());
 
     if (intervalMilliseconds && onTempoTapped)
         onTempoTapped (*intervalMilliseconds);

@@ -12,8 +12,11 @@ namespace cv::varlo
 class TapButton final : public juce::TextButton
 {
 public:
+    /** The time in milliseconds, as TapSeries wants it. */
+    using Clock = std::function<double()>;
+
     /** Taps that are further apart than `maxIntervalMilliseconds` belong to different series. */
-    explicit TapButton (double maxIntervalMilliseconds);
+    explicit TapButton (double maxIntervalMilliseconds, Clock clock = juce::Time::getMillisecondCounterHiRes);
 
     ~TapButton() override;
 
@@ -26,6 +29,7 @@ private:
     void tap();
 
     TapSeries series;
+    const Clock getNowMilliseconds;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (TapButton)
 };

@@ -73,12 +73,12 @@ TEST_F (BlinkingLedTest, FlashesOnceInEachInterval)
                 flashes.push_back (juce::Time::getMillisecondCounterHiRes() - start);
 
             return flashes.size() >= 5;
-        },
-        10000);
+        });
 
-    // Four intervals, less what timers may come early by.
+    // Four intervals from the start on, less what timers may come early by. When the first flash was seen doesn't
+    // count, since on a busy machine that may be late.
     ASSERT_EQ (flashes.size(), 5u);
-    EXPECT_GE (flashes.back() - flashes.front(), 3.5 * intervalMilliseconds);
+    EXPECT_GE (flashes.back(), 3.5 * intervalMilliseconds);
 }
 
 TEST_F (BlinkingLedTest, AFlashLastsAQuarterOfTheIntervalAndAtMost40Milliseconds)

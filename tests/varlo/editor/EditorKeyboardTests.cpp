@@ -226,11 +226,26 @@ TEST_F (VarloKeyboardTest, TheRingGoesWithTheTabKeyUntilAClick)
 
 TEST_F (VarloKeyboardTest, TheRingIsNotLeftBehindWhenTheWindowCloses)
 {
+    const auto& desktop = juce::Desktop::getInstance();
+    const auto numOtherWindows = desktop.getNumComponents() - 1;
+    auto& knob = *findSlider ("Feedback").getParentComponent();
+    const auto numChildren = knob.getNumChildComponents();
+
     ASSERT_TRUE (giveKeyboardTo (findSlider ("Delay")));
     pressKey (*editor, KeyPress::tabKey);
     ASSERT_TRUE (runMessageLoopUntil ([this] { return hasRing (findSlider ("Feedback")); }));
+
+    // JUCE puts it right above what it is drawn around.
+    ASSERT_EQ (knob.getNumChildComponents(), numChildren + 1);
+    const juce::Component::SafePointer<juce::Component> ring (
+        knob.getChildComponent (knob.getIndexOfChildComponent (&findSlider ("Feedback")) + 1));
+    ASSERT_NE (ring.getComponent(), nullptr);
+
     close();
+    EXPECT_EQ (ring.getComponent(), nullptr);
+    EXPECT_EQ (desktop.getNumComponents(), numOtherWindows);
     test::runMessageLoopFor (50);
+    EXPECT_EQ (desktop.getNumComponents(), numOtherWindows);
 }
 } // namespace
 } // namespace cv::varlo

@@ -48,7 +48,7 @@ float sweep (int blockIndex, float from, float to)
 
 const std::array<Situation, 7> situations { {
     { "rest", defaults, Movement::none, 0.5f, true },
-    { "peer patch", shortDelay, Movement::none, 0.5f, true },
+    { "short delay", shortDelay, Movement::none, 0.5f, true },
     { "Degrade + Resonance", coloured, Movement::none, 0.5f, true },
     { "Lowpass automated", defaults, Movement::lowpass, 0.5f, true },
     { "Delay gliding", defaults, Movement::delay, 0.5f, true },

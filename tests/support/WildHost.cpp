@@ -23,7 +23,7 @@ WildHost::WildHost (juce::int64 seed, const Options& optionsToUse)
 {
     switch (options.situation)
     {
-        case Situation::peerPatch:
+        case Situation::shortDelay:
             setParameters ({ 50.0f, 0.0f, 350.0f, 50.0f, 5000.0f, 0.0f });
             break;
         case Situation::coloured:
@@ -155,7 +155,7 @@ void WildHost::moveParameters()
             break;
 
         case Situation::rest:
-        case Situation::peerPatch:
+        case Situation::shortDelay:
         case Situation::coloured:
         case Situation::loud:
             break;

@@ -12,7 +12,7 @@ enum class Situation
 {
     wild,        // all of them at random, with rests in between
     rest,        // as a new instance stands
-    peerPatch,   // a short delay, nothing else
+    shortDelay,  // nothing else
     coloured,    // Degrade and Resonance half up
     lowpass,     // Lowpass moves before every block
     gliding,     // Delay moves before every block

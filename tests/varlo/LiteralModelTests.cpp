@@ -69,7 +69,7 @@ class LiteralModelSituation : public testing::TestWithParam<int>
 TEST_P (LiteralModelSituation, AgreesWithTheProcessorInEveryBit)
 {
     constexpr std::array rates { 44100.0, 48000.0, 96000.0, 32000.0, 11025.0, 192000.0 };
-    constexpr std::array situations { Situation::wild,     Situation::rest,       Situation::peerPatch,
+    constexpr std::array situations { Situation::wild,     Situation::rest,       Situation::shortDelay,
                                       Situation::coloured, Situation::lowpass,    Situation::gliding,
                                       Situation::loud,     Situation::everything, Situation::degradeMoves };
     constexpr auto secondsToPlay = 6.0;

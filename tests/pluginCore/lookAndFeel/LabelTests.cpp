@@ -91,7 +91,7 @@ TEST_F (LabelTest, FontInASliderFollowsItsStyle)
 
     for (auto style = (int) juce::Slider::LinearHorizontal; style <= juce::Slider::ThreeValueVertical; ++style)
     {
-        slider.setSliderStyle (static_cast<juce::Slider::SliderStyle> (style));
+        slider.setSliderStyle ((juce::Slider::SliderStyle) style);
 
         setProperty ("vertical", false);
         EXPECT_FLOAT_EQ (fontHeight(), isVertical (style) ? 30.0f : 45.0f) << style;

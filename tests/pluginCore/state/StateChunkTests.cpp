@@ -74,7 +74,7 @@ TEST (StateChunk, RefusesWhatIsTooSmallOrForeign)
 TEST (StateChunk, RefusesTextOfMoreThanEightMegabytes)
 {
     const auto textOf = [] (size_t numBytes) { return "<a>" + std::string (numBytes - 7, ' ') + "</a>"; };
-    const auto limit = size_t (8) * 1024 * 1024;
+    const auto limit = (size_t) 8 * 1024 * 1024;
 
     EXPECT_EQ (elementIn (makeChunk (0x7fffffff, textOf (limit))), "a");
     EXPECT_EQ (elementIn (makeChunk (0x7fffffff, textOf (limit + 1))), "");

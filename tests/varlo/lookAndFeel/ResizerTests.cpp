@@ -82,7 +82,7 @@ TEST_F (ResizableFrameTest, IsARoundedLineOneUnitWide)
     EXPECT_NEAR (image.getPixelAt (50, 49).getAlpha(), line.getAlpha(), 3);
     EXPECT_TRUE (image.getPixelAt (50, 1).isTransparent());
     EXPECT_LT (image.getPixelAt (0, 0).getAlpha(), 64);
-    EXPECT_GT (image.getPixelAt (1, 1).getAlpha(), 64) << "the corner's radius is three units";
+    EXPECT_GT (image.getPixelAt (1, 1).getAlpha(), 64) << "the corner's radius is three logical pixels";
     EXPECT_TRUE (image.getPixelAt (2, 2).isTransparent());
     EXPECT_EQ (image.getPixelAt (50, 25), juce::Colours::white) << "the clip is given back";
 }

@@ -51,7 +51,7 @@ TEST (SliderLabelCompTest, FollowsTheSlidersStyle)
 {
     for (auto style = (int) Slider::LinearHorizontal; style <= Slider::ThreeValueVertical; ++style)
     {
-        Slider slider (static_cast<Slider::SliderStyle> (style), Slider::TextBoxBelow);
+        Slider slider ((Slider::SliderStyle) style, Slider::TextBoxBelow);
         slider.setColour (Slider::textBoxBackgroundColourId, background);
         slider.setTooltip ("Feedback");
 

@@ -235,12 +235,32 @@ TEST_F (PluginEditorUpdateTest, BetaAsksNothing)
 
 TEST_F (PluginEditorUpdateTest, EditorThatClosesAtOnceAsksNothing)
 {
+    constexpr auto maxTries = 100;
+    constexpr auto shortestWaitMilliseconds = 240.0;
+
+    // On a busy machine an editor may live for longer than it waits, and is right to ask then.
+    for (auto i = 0; i < maxTries; ++i)
     {
-        const EditorWindow editor (product);
+        const HttpServer ownServer;
+        product.releaseNotesUrl = ownServer.getUrl ("/notes").toString (false);
+        settings().removeProperty ("lastVersionCheck", nullptr);
+        const auto start = juce::Time::getMillisecondCounterHiRes();
+
+        {
+            const EditorWindow editor (product);
+            runMessageLoopFor (150); // enough for a request to come, if there were one
+        }
+
+        if (juce::Time::getMillisecondCounterHiRes() - start > shortestWaitMilliseconds)
+            continue;
+
+        runMessageLoopFor (askedByNowMilliseconds);
+        EXPECT_EQ (ownServer.getNumConnections(), 0);
+        EXPECT_EQ (get ("lastVersionCheck"), 0);
+        return;
     }
-    runMessageLoopFor (askedByNowMilliseconds);
-    EXPECT_EQ (server.getNumConnections(), 0);
-    EXPECT_EQ (get ("lastVersionCheck"), 0);
+
+    FAIL() << "no editor closed at once";
 }
 
 TEST_F (PluginEditorUpdateTest, EditorClosesWhileACheckRuns)
@@ -251,7 +271,7 @@ TEST_F (PluginEditorUpdateTest, EditorClosesWhileACheckRuns)
 
     const auto start = now();
     editor.reset();
-    EXPECT_LT (now() - start, 1000);
+    EXPECT_LT (now() - start, 5000); // the server would keep it for ever
     runMessageLoopFor (100);
     EXPECT_EQ (get ("lastVersionCheck"), 0);
 }

@@ -19,7 +19,7 @@ using cv::test::StuckNameLookup;
 using Manner = HttpReply::Manner;
 
 /** Far below any time limit of the network, and enough on a machine that is busy with other things. */
-constexpr double promptMilliseconds = 1000.0;
+constexpr double promptMilliseconds = 5000.0;
 
 constexpr juce::int64 maxBytes = 8 * 1024 * 1024;
 

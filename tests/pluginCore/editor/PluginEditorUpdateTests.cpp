@@ -360,6 +360,42 @@ TEST_F (PluginEditorPolicyTest, DayAndWeekEndToTheMillisecond)
     EXPECT_TRUE (fetchesChangeLog (true, never, time - weekMilliseconds - 1));
 }
 
+// A checker calls its listeners by a message, which may come before its thread has ended.
+TEST_F (PluginEditorPolicyTest, TheChangeLogIsFetchedThoughTheCheckHasNotQuiteEnded)
+{
+    auto reply = HttpReply::page ("It glides now.");
+    reply.delayMilliseconds = 20;
+    server.setReply ("/notes/changeLogMac.php", reply);
+    const EditorWindow editor (product);
+
+    // On a busy machine the answer may come later than an editor waits for it.
+    constexpr auto maxTries = 50;
+    auto isFetched = false;
+
+    for (auto i = 0; i < maxTries && ! isFetched; ++i)
+    {
+        // This one's own job, without a quarter of a second before it, stands for the check. No message is delivered
+        // meanwhile.
+        UpdateChecker checker ("1.0.0");
+        checker.url = juce::URL (product.releaseNotesUrl);
+        checker.changeLogMode = true;
+        const auto numRequests = server.getRequests().size();
+        ASSERT_TRUE (checker.startThread (juce::Thread::Priority::normal));
+
+        while (checker.isThreadRunning() && server.getRequests().size() == numRequests)
+            juce::Thread::sleep (1);
+
+        if (! checker.isThreadRunning())
+            continue;
+
+        editor->versionCheckFinished (checker, true, now());
+        EXPECT_TRUE (checker.waitForThreadToExit (30000));
+        isFetched = server.getRequests().size() == numRequests + 2;
+    }
+
+    EXPECT_TRUE (isFetched);
+}
+
 TEST_F (PluginEditorPolicyTest, ChangeLogLiesOverAllElse)
 {
     const EditorWindow editor (product);

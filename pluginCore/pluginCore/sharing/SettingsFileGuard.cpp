@@ -11,6 +11,34 @@ namespace
 /** JUCE first reads so much of a file and stops behind its first start tag, then the whole. */
 constexpr size_t bytesReadForTag = 8192;
 
+bool holdsElementBehindText (const juce::XmlElement& element)
+{
+    auto isBehindText = false;
+
+    for (const auto* child : element.getChildIterator())
+    {
+        if ((isBehindText && ! child->isTextElement()) || holdsElementBehindText (*child))
+            return true;
+
+        isBehindText = child->isTextElement();
+    }
+
+    return false;
+}
+
+/** JUCE keeps a value's element as text on one line, for which it has no line ends. What lies in an element behind text
+    begins on a new line all the same, which it reads through a null pointer.
+*/
+bool hasWritableValues (const juce::XmlElement& properties)
+{
+    for (const auto* value : properties.getChildIterator())
+        if (const auto* content = value->getFirstChildElement();
+            content != nullptr && holdsElementBehindText (*content))
+            return false;
+
+    return true;
+}
+
 bool isReadable (const char* bytes, size_t numBytes)
 {
     if (numBytes < minXmlBytes || ! isWellFormedUtf8 (bytes, numBytes))
@@ -21,7 +49,13 @@ bool isReadable (const char* bytes, size_t numBytes)
             || ! hasWholeStartTag (juce::String::createStringFromData (bytes, (int) bytesReadForTag))))
         return false;
 
-    return findReadableXml (juce::String::createStringFromData (bytes, (int) numBytes)).isNotEmpty();
+    const auto text = findReadableXml (juce::String::createStringFromData (bytes, (int) numBytes));
+
+    if (text.isEmpty())
+        return false;
+
+    const auto properties = juce::parseXML (text);
+    return properties == nullptr || hasWritableValues (*properties);
 }
 } // namespace
 

@@ -24,6 +24,40 @@ struct StoredValue
     bool isSound;
 };
 
+/** JUCE counts an exponent in an int, which ten digits may exceed. */
+bool hasHugeExponent (const juce::String& text)
+{
+    constexpr auto maxDigits = 9;
+    auto isInExponent = false;
+    auto numDigits = 0;
+
+    for (auto rest = text.getCharPointer(); ! rest.isEmpty();)
+    {
+        const auto character = rest.getAndAdvance();
+        const auto isDigit = character >= '0' && character <= '9';
+        const auto isSign = numDigits == 0 && (character == '+' || character == '-');
+
+        if (character == 'e' || character == 'E')
+        {
+            isInExponent = true;
+            numDigits = 0;
+        }
+        else if (isInExponent && isDigit)
+        {
+            numDigits += numDigits > 0 || character != '0' ? 1 : 0;
+
+            if (numDigits > maxDigits)
+                return true;
+        }
+        else if (! isSign)
+        {
+            isInExponent = false;
+        }
+    }
+
+    return false;
+}
+
 StoredValue readValue (const juce::ValueTree& stored, const juce::RangedAudioParameter& parameter)
 {
     const auto& value = stored[valueProperty];
@@ -32,6 +66,10 @@ StoredValue readValue (const juce::ValueTree& stored, const juce::RangedAudioPar
         return { getDefault (parameter), false };
 
     const auto text = value.toString();
+
+    if (hasHugeExponent (text))
+        return { getDefault (parameter), false };
+
     const auto start = text.getCharPointer().findEndOfWhitespace();
     auto end = start;
     const auto number = juce::CharacterFunctions::readDoubleValue (end);

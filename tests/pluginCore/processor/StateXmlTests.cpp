@@ -241,8 +241,8 @@ TEST_F (StateXmlTest, ValuesStayWithinTheirRange)
 
 TEST_F (StateXmlTest, ValuesThatAreNoNumbersTakeTheDefault)
 {
-    for (const auto* value :
-         { "", " ", "text", "nan", "-nan", "NaN(1)", "-", "+", ".", "-.", "e5", "--5", "0x", "&#9;" })
+    for (const auto* value : { "", " ", "text", "nan", "-nan", "NaN(1)", "-", "+", ".", "-.", "e5", "--5", "0x", "&#9;",
+                               "1e2147483648", "5e-4294967297", "2E+03919604157 ms" })
     {
         product.set ("time", 10.0f);
         restore ("<TestProduct><PARAMS><PARAM id='time' value='" + juce::String (value) + "'/></PARAMS></TestProduct>");
@@ -256,7 +256,7 @@ TEST_F (StateXmlTest, ValuesThatAreNoNumbersTakeTheDefault)
 
 TEST_F (StateXmlTest, GoodValuesAreSavedAsTheyWereWritten)
 {
-    for (const auto* value : { "120", "120.0", " 120", "1.2e2", "000120", "+120." })
+    for (const auto* value : { "120", "120.0", " 120", "1.2e2", "000120", "+120.", "1.2E+00000000000002" })
     {
         const auto parameters = "<PARAMS><PARAM id=\"level\" value=\"7\" note=\"x\"/><PARAM id=\"time\" value=\""
                                 + juce::String (value) + "\"/><PARAM id=\"other\" value=\"text\"/></PARAMS>";

@@ -150,14 +150,16 @@ TEST_F (PluginGlobalSettingsTest, StartEmptyFromAFileThatWouldHarmTheReader)
     const auto value = [] (const std::string& text) { return "<PROPERTIES><VALUE name='settings' a='" + text; };
     const auto comment = "<!--" + std::string (8192 - 4 - 1, 'x') + "\xe2\x82\xac--><PROPERTIES/>";
 
-    for (const auto& text : { std::string ("<PROPERTIES><?a?>b</PROPERTIES>"), std::string ("\xef\xbb\xbf"),
-                              "<PROPERTIES>" + nested, nested, value ("\xe9"), value ("1'/></PROPERTIES>\xe9"),
-                              value ("&#x"), comment, std::string ("CPRP\x1f\x8b\x08\x00", 8),
-                              std::string ("PROP\x01\x00\x00\x00"
-                                           "a\x00"
-                                           "b\x00",
-                                           12),
-                              "<PROPERTIES>" + std::string (8 * 1024 * 1024, ' ') + "</PROPERTIES>" })
+    for (const auto& text :
+         { std::string ("<PROPERTIES><?a?>b</PROPERTIES>"), std::string ("\xef\xbb\xbf"), "<PROPERTIES>" + nested,
+           nested, value ("\xe9"), value ("1'/></PROPERTIES>\xe9"), value ("&#x"), comment,
+           std::string ("<PROPERTIES><VALUE name='settings'><settings>text<a><b/></a></settings></VALUE></PROPERTIES>"),
+           std::string ("CPRP\x1f\x8b\x08\x00", 8),
+           std::string ("PROP\x01\x00\x00\x00"
+                        "a\x00"
+                        "b\x00",
+                        12),
+           "<PROPERTIES>" + std::string (8 * 1024 * 1024, ' ') + "</PROPERTIES>" })
     {
         file().create();
         file().replaceWithData (text.data(), text.size());

@@ -15,11 +15,12 @@ constexpr auto help =
     R"(Has many instances of the built plug-in and a few of their editors created, played, clicked and destroyed on the
 display, at random, and looks for faults.
 
-  varlo_storm [--seconds N] [--seed S] [--instances I]
+  varlo_storm [--seconds N] [--seed S] [--instances I] [--editors E]
 
   --seconds N    how long (default: 60)
   --seed S       a whole number; the same one does the same things (default: 1)
-  --instances I  how many at once, 8 at least (default: 64)
+  --instances I  how many at once, as many as editors at least (default: 64)
+  --editors E    of how many the editor is open at most (default: 8)
 
 Exit codes: 0 no fault, 1 a fault, 2 command line not understood, 3 stuck, 77 no display.
 )";
@@ -38,11 +39,14 @@ Storm::Options parse (const juce::StringArray& arguments)
         else if (name == "--seed")
             options.seed = soak::parseSeed (arguments[++i]);
         else if (name == "--instances")
-            options.numInstances = juce::jmax (Storm::maxNumEditors, (int) soak::parsePositive (name, arguments[++i]));
+            options.numInstances = (int) soak::parsePositive (name, arguments[++i]);
+        else if (name == "--editors")
+            options.numEditors = (int) soak::parsePositive (name, arguments[++i]);
         else
             throw render::UsageError ("unknown option " + name);
     }
 
+    options.numInstances = juce::jmax (options.numInstances, options.numEditors);
     return options;
 }
 

@@ -102,7 +102,7 @@ void Storm::fill()
         soak::runMessagesFor (0);
     }
 
-    while (editors.size() < maxNumEditors)
+    while (editors.size() < (size_t) options.numEditors)
         openEditor();
 }
 

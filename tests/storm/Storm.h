@@ -25,10 +25,10 @@ public:
         juce::File bundle;
         double seconds = 60.0;
         juce::int64 seed = 1;
-        int numInstances = 64;
+        int numInstances = 64; // as many as editors at least
+        int numEditors = 8;
     };
 
-    static constexpr auto maxNumEditors = 8;
     static constexpr auto numAudioThreads = 2;
 
     /** Throws render::RenderError when there is no display or no plug-in. */

@@ -121,7 +121,7 @@ bool Storm::openEditor()
     const auto index = pickIndex();
     auto* const plugin = instances[index].get();
 
-    if (plugin == nullptr || plugin->getActiveEditor() != nullptr || editors.size() >= maxNumEditors)
+    if (plugin == nullptr || plugin->getActiveEditor() != nullptr || editors.size() >= (size_t) options.numEditors)
         return false;
 
     auto frame = std::make_unique<render::EditorFrame> (*plugin);
